@@ -1,0 +1,51 @@
+# The flags and the two shapes of target of this project: a library a folder, a test program a folder.
+
+add_library(velarin_flags INTERFACE)
+target_compile_options(velarin_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Woverloaded-virtual -Wnon-virtual-dtor
+    -Wimplicit-fallthrough -Wswitch-enum -Werror)
+target_compile_definitions(velarin_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_KEYWORDS QT_NO_FOREACH QT_STRICT_ITERATORS)
+
+if(VELARIN_SANITIZE)
+    add_compile_options(-fsanitize=${VELARIN_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VELARIN_SANITIZE})
+    if(VELARIN_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+# gold and bfd take seconds over a debug link of Qt programs; lld takes a moment.
+find_program(VELARIN_LLD ld.lld-14)
+if(VELARIN_LLD)
+    add_link_options(-fuse-ld=${VELARIN_LLD})
+endif()
+
+# velarin_library(NAME SOURCES ... LINKS ...): a static library of one folder of src/. What stands in LINKS is all that
+# the folder may include, so an include of a lower floor does not compile.
+function(velarin_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE velarin_flags)
+endfunction()
+
+# velarin_test(NAME SOURCES ... LINKS ... [LABELS ...] [TIMEOUT seconds] [SERIAL]): a test program; each test of it is a
+# test of ctest. A program that owns a sound server or a display for all of its tests runs them in one process: SERIAL.
+function(velarin_test name)
+    cmake_parse_arguments(ARG "WHOLE" "TIMEOUT" "SOURCES;LINKS;LABELS;RESOURCES" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 60)
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} velarin_test_main velarin_flags)
+    set(properties TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" RESOURCE_LOCK "${ARG_RESOURCES}"
+        SKIP_REGULAR_EXPRESSION "SKIPPED")
+    if(ARG_WHOLE)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
+            RESOURCE_LOCK "${ARG_RESOURCES}")
+    else()
+        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
+            RESOURCE_LOCK "${ARG_RESOURCES}")
+    endif()
+endfunction()
