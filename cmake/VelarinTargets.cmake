@@ -29,8 +29,9 @@ function(velarin_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE velarin_flags)
 endfunction()
 
-# velarin_test(NAME SOURCES ... LINKS ... [LABELS ...] [TIMEOUT seconds] [SERIAL]): a test program; each test of it is a
-# test of ctest. A program that owns a sound server or a display for all of its tests runs them in one process: SERIAL.
+# velarin_test(NAME SOURCES ... LINKS ... [LABELS ...] [TIMEOUT seconds] [RESOURCES ...] [WHOLE]): a test program; each
+# test of it is a test of ctest. A program whose tests share a sound server or a display runs them in one process: WHOLE.
+# Tests that name the same resource do not run side by side.
 function(velarin_test name)
     cmake_parse_arguments(ARG "WHOLE" "TIMEOUT" "SOURCES;LINKS;LABELS;RESOURCES" ${ARGN})
     if(NOT ARG_TIMEOUT)
@@ -38,8 +39,6 @@ function(velarin_test name)
     endif()
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} velarin_test_main velarin_flags)
-    set(properties TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}" RESOURCE_LOCK "${ARG_RESOURCES}"
-        SKIP_REGULAR_EXPRESSION "SKIPPED")
     if(ARG_WHOLE)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
