@@ -16,9 +16,9 @@ if(VELARIN_SANITIZE)
     endif()
 endif()
 # gold and bfd take seconds over a debug link of Qt programs; lld takes a moment.
-find_program(VELARIN_LLD ld.lld-14)
+find_program(VELARIN_LLD ld.lld)
 if(VELARIN_LLD)
-    add_link_options(-fuse-ld=${VELARIN_LLD})
+    add_link_options(-fuse-ld=lld)
 endif()
 
 # velarin_library(NAME SOURCES ... LINKS ...): a static library of one folder of src/. What stands in LINKS is all that
