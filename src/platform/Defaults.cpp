@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Defaults.h"
 
+#include "base/ReferenceDate.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTimeZone>
 
 #include <cmath>
 #include <limits>
@@ -14,9 +15,6 @@ namespace {
 
 const QString dateKey = QStringLiteral("date");
 const QString dataKey = QStringLiteral("data");
-
-// 2001-01-01 00:00:00 UTC, the zero of stored dates, in milliseconds since 1970.
-constexpr qint64 referenceMilliseconds = 978'307'200'000;
 
 std::optional<QJsonValue> onlyMember(const QJsonValue& value, const QString& key)
 {
@@ -83,10 +81,9 @@ std::optional<QStringList> Defaults::strings(const QString& key) const
 std::optional<QDateTime> Defaults::date(const QString& key) const
 {
     const auto seconds = onlyMember(value(key), dateKey);
-    if (!seconds || !seconds->isDouble() || std::abs(seconds->toDouble()) > 1.0e12)
+    if (!seconds || !seconds->isDouble())
         return std::nullopt;
-    const auto milliseconds = static_cast<qint64>(std::llround(seconds->toDouble() * 1000.0));
-    return QDateTime::fromMSecsSinceEpoch(referenceMilliseconds + milliseconds, Qt::UTC);
+    return fromReferenceSeconds(seconds->toDouble());
 }
 
 std::optional<QByteArray> Defaults::bytes(const QString& key) const
@@ -126,8 +123,7 @@ void Defaults::setStrings(const QString& key, const QStringList& value)
 
 void Defaults::setDate(const QString& key, const QDateTime& value)
 {
-    const double seconds = static_cast<double>(value.toMSecsSinceEpoch() - referenceMilliseconds) / 1000.0;
-    setValue(key, QJsonObject{ { dateKey, seconds } });
+    setValue(key, QJsonObject{ { dateKey, toReferenceSeconds(value) } });
 }
 
 void Defaults::setBytes(const QString& key, const QByteArray& value)
