@@ -55,6 +55,9 @@ public:
     virtual void play() = 0;
     virtual void pause() = 0;
 
+    // Linear factor, 0 to 1, on what is heard from now on; without a click. 1 when made.
+    virtual void setVolume(float volume) = 0;
+
     // Seconds of sound that left the device since the pipeline was made, over all branches. Stands still in silence.
     [[nodiscard]] virtual double heardSeconds() const = 0;
     // Seconds of sound decoded since the pipeline was made: what is heard or waits in the device's buffer.
