@@ -3,9 +3,10 @@
 
 #include "base/Task.h"
 #include "catalogue/Station.h"
+#include "catalogue/StationLists.h"
 #include "catalogue/ThemeMode.h"
 
-#include <QHash>
+#include <QDateTime>
 #include <QObject>
 #include <QProperty>
 #include <QStringList>
@@ -20,14 +21,6 @@ class Broadcasts;
 class Defaults;
 class Executor;
 class Files;
-
-// A list to walk through with next and previous, and the place in it.
-struct StationQueue
-{
-    QList<Station> stations;
-    qint64 index{ 0 };
-    bool operator==(const StationQueue&) const = default;
-};
 
 // The catalogue of stations, and the stored settings of the radio. Main thread only. The settings are valid from
 // construction; every list is empty until the first load has finished.
@@ -61,10 +54,11 @@ public:
     // Bundled ones first, then the most listened.
     [[nodiscard]] QList<Station> popular(qsizetype limit) const;
     // The Italian list, sorted by name.
-    [[nodiscard]] const QList<Station>& sortedCache() const { return m_sortedCache; }
+    [[nodiscard]] const QList<Station>& sortedCache() const { return m_catalogue.italian; }
     [[nodiscard]] QList<Station> favoriteStations() const;
     [[nodiscard]] QList<Station> recentStations(qsizetype limit) const;
-    // The neighbours of a station.
+    // The neighbours of a station: the favourites, if it is one; the most listened; else the whole Italian list. Never
+    // empty, since a station that is nowhere in them comes alone.
     [[nodiscard]] StationQueue queue(const Station& station) const;
     // The list to go on with when nothing is loaded; absent if no station is known.
     [[nodiscard]] std::optional<StationQueue> resumeQueue() const;
@@ -90,6 +84,11 @@ public:
     void setConnectTimeout(qint64 seconds);
     [[nodiscard]] ThemeMode themeMode() const { return m_themeMode; }
     void setThemeMode(ThemeMode mode);
+    // The last successful sync with the directory.
+    [[nodiscard]] std::optional<QDateTime> lastSyncDate() const { return m_lastSyncDate; }
+    // Settings of a former program, kept readable; nothing obeys them.
+    [[nodiscard]] bool carFavoritesOnly() const { return m_carFavoritesOnly; }
+    [[nodiscard]] bool autoPlayInCar() const { return m_autoPlayInCar; }
 
 Q_SIGNALS:
     void favoritesChanged();
@@ -99,20 +98,26 @@ Q_SIGNALS:
     void autoSkipUnreachableChanged();
     void connectTimeoutSecondsChanged();
     void themeModeChanged();
+    void lastSyncDateChanged();
+    void carFavoritesOnlyChanged();
+    void autoPlayInCarChanged();
     void isLoadedChanged();
     void revisionChanged();
 
 private:
-    void rebuild(QList<Station> bundledItalian);
+    void readSettings();
+    void decode(const QByteArray& bundledItalian);
+    void publish(StationLists::Catalogue catalogue);
     void finishLoading();
+    [[nodiscard]] QList<Station> neighbours(const Station& station) const;
 
     const Sources m_sources;
     Files& m_files;
     Defaults& m_defaults;
     Executor& m_executor;
     Broadcasts& m_broadcasts;
-    QList<Station> m_sortedCache;
-    QHash<QString, Station> m_byId;
+    StationLists::Catalogue m_catalogue;
+    // The first load, from its start on.
     Task m_loadTask;
     std::vector<std::function<void()>> m_waiting;
 
@@ -128,6 +133,12 @@ private:
         StationRepository, qint64, m_connectTimeoutSeconds, 8, &StationRepository::connectTimeoutSecondsChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
         StationRepository, ThemeMode, m_themeMode, ThemeMode::system, &StationRepository::themeModeChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(
+        StationRepository, std::optional<QDateTime>, m_lastSyncDate, &StationRepository::lastSyncDateChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
+        StationRepository, bool, m_carFavoritesOnly, true, &StationRepository::carFavoritesOnlyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
+        StationRepository, bool, m_autoPlayInCar, true, &StationRepository::autoPlayInCarChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
         StationRepository, bool, m_isLoaded, false, &StationRepository::isLoadedChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(StationRepository, qint64, m_revision, 0, &StationRepository::revisionChanged)

@@ -16,6 +16,9 @@ class Clock;
 class Defaults;
 class Files;
 
+// Settings key: true while something is the active source, so that it survives a crash as true.
+inline const QString wasPlayingKey = QStringLiteral("diag_was_playing");
+
 // What a reader of the report must know of the program and the machine.
 struct ApplicationInfo
 {
@@ -59,6 +62,7 @@ Q_SIGNALS:
     void eventsChanged();
 
 private:
+    void readFile();
     void scheduleSave();
     void armHeartbeat(std::function<QString()> describe);
 
@@ -67,6 +71,7 @@ private:
     Files& m_files;
     Defaults& m_defaults;
     Clock& m_clock;
+    // The write that waits for the end of a burst.
     Task m_saveTask;
     Task m_heartbeat;
     Q_OBJECT_BINDABLE_PROPERTY(Diagnostics, QList<DiagnosticEvent>, m_events, &Diagnostics::eventsChanged)
