@@ -9,8 +9,6 @@
 #include <type_traits>
 #include <utility>
 
-class QThreadPool;
-
 namespace velarin {
 
 // Where work off the main thread goes. Logic takes an Executor, so that a test decides when the work is done.
@@ -25,22 +23,25 @@ public:
     virtual ~Executor() = default;
 
     // Called on the main thread. The completion runs on the main thread, in a later turn of its loop, unless the
-    // task was cancelled before.
+    // task was cancelled before. What `work` and the completion captured is destroyed on the main thread too.
     [[nodiscard]] virtual Task run(Work work) = 0;
 };
 
-// A small thread pool of our own, so that a blocked global pool cannot hold up the program.
+// A few threads of our own, so that a blocked global pool cannot hold up the program. Work starts in the order in which
+// it was asked for. Made and destroyed on the main thread.
 class PoolExecutor final : public Executor
 {
 public:
     explicit PoolExecutor(int threads);
-    // Waits for the work under way; completions that have not run yet never will.
+    // Asks the work under way to stop and waits for it. Work that has not begun and completions that have not run yet
+    // never will.
     ~PoolExecutor() override;
 
     Task run(Work work) override;
 
 private:
-    std::unique_ptr<QThreadPool> m_pool;
+    class Pool;
+    std::unique_ptr<Pool> m_pool;
 };
 
 // The one way to the pool: `work` is called off the main thread, with a std::stop_token if it takes one, and `done`
@@ -55,16 +56,18 @@ template<typename WorkFunction, typename Done>
             return function();
     };
     using Result = decltype(invoke(work, std::stop_token{}));
-    return executor.run([work = std::move(work), done = std::move(done), invoke](
-                            std::stop_token token) mutable -> Executor::Completion {
-        if constexpr (std::is_void_v<Result>) {
-            invoke(work, std::move(token));
-            return done;
-        } else {
-            auto result = std::make_shared<Result>(invoke(work, std::move(token)));
-            return [done = std::move(done), result]() mutable { done(std::move(*result)); };
-        }
-    });
+    // Shared, not moved into the completion: a copy that died with the work would die off the main thread.
+    auto finish = std::make_shared<Done>(std::move(done));
+    return executor.run(
+        [work = std::move(work), finish, invoke](std::stop_token token) mutable -> Executor::Completion {
+            if constexpr (std::is_void_v<Result>) {
+                invoke(work, std::move(token));
+                return [finish] { (*finish)(); };
+            } else {
+                auto result = std::make_shared<Result>(invoke(work, std::move(token)));
+                return [finish, result] { (*finish)(std::move(*result)); };
+            }
+        });
 }
 
 }

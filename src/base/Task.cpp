@@ -5,6 +5,9 @@
 
 namespace velarin {
 
+// Every function below empties or fills its slot first and calls or drops the old function last: what that captured may
+// own the object that owns this handle, so nothing of the handle is touched afterwards.
+
 Task::Task(std::function<void()> cancel)
     : m_cancel(std::move(cancel))
 {
@@ -18,8 +21,8 @@ Task::Task(Task&& other) noexcept
 Task& Task::operator=(Task&& other) noexcept
 {
     if (this != &other) {
-        cancel();
-        m_cancel = std::exchange(other.m_cancel, {});
+        if (const auto replaced = std::exchange(m_cancel, std::exchange(other.m_cancel, {})))
+            replaced();
     }
     return *this;
 }
@@ -31,14 +34,13 @@ Task::~Task()
 
 void Task::cancel()
 {
-    // Emptied before the call: what the work captured may own the object that owns this handle.
-    if (auto cancelWork = std::exchange(m_cancel, {}))
-        cancelWork();
+    if (const auto cancelled = std::exchange(m_cancel, {}))
+        cancelled();
 }
 
 void Task::release()
 {
-    m_cancel = {};
+    const auto released = std::exchange(m_cancel, {});
 }
 
 }

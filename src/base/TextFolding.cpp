@@ -6,6 +6,7 @@
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/unorm.h>
 
 #include <algorithm>
 
@@ -24,7 +25,8 @@ QString fromIcu(const icu::UnicodeString& text)
 }
 
 // Full-width ASCII, half-width katakana and hangul, and the full-width signs: the code points whose only compatibility
-// mapping is one of width.
+// mapping is one of width. The raw mapping, since the full one of a full-width macron or a half-width jamo goes on to
+// other compatibility forms.
 icu::UnicodeString withoutWidth(const icu::UnicodeString& text)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -34,7 +36,7 @@ icu::UnicodeString withoutWidth(const icu::UnicodeString& text)
         const UChar32 point = text.char32At(at);
         const auto type = static_cast<UDecompositionType>(u_getIntPropertyValue(point, UCHAR_DECOMPOSITION_TYPE));
         icu::UnicodeString mapped;
-        if ((type == U_DT_WIDE || type == U_DT_NARROW) && nfkd && nfkd->getDecomposition(point, mapped))
+        if ((type == U_DT_WIDE || type == U_DT_NARROW) && nfkd && nfkd->getRawDecomposition(point, mapped))
             result.append(mapped);
         else
             result.append(point);
@@ -50,7 +52,7 @@ icu::UnicodeString withoutMarks(const icu::UnicodeString& text)
     icu::UnicodeString result;
     for (int32_t at = 0; at < decomposed.length(); at = decomposed.moveIndex32(at, 1)) {
         const UChar32 point = decomposed.char32At(at);
-        if (u_charType(point) != U_NON_SPACING_MARK)
+        if ((U_GET_GC_MASK(point) & U_GC_M_MASK) == 0)
             result.append(point);
     }
     return result;
@@ -95,7 +97,13 @@ QString normalizedForMatching(QStringView text)
 
 bool equalsIgnoringCase(QStringView left, QStringView right)
 {
-    return toIcu(left).caseCompare(toIcu(right), U_FOLD_CASE_DEFAULT) == 0;
+    // With canonical equivalence, since an accented letter may be written as one code point or as two.
+    const icu::UnicodeString first = toIcu(left);
+    const icu::UnicodeString second = toIcu(right);
+    UErrorCode status = U_ZERO_ERROR;
+    const int32_t order = unorm_compare(
+        first.getBuffer(), first.length(), second.getBuffer(), second.length(), U_COMPARE_IGNORE_CASE, &status);
+    return U_SUCCESS(status) && order == 0;
 }
 
 QString lowerCased(QStringView text)

@@ -6,7 +6,7 @@
 
 namespace velarin {
 
-// The text with case, diacritics and width folded: canonical decomposition without its combining marks, full case
+// The text with case, diacritics and width folded: canonical decomposition without combining marks, full case
 // folding, full-width and half-width forms mapped to the ordinary ones. No other compatibility mapping, no locale.
 [[nodiscard]] QString folded(QStringView text);
 
@@ -14,7 +14,7 @@ namespace velarin {
 // other code point is dropped without a gap, so "R.T.L." gives "rtl". A name in another script gives the empty text.
 [[nodiscard]] QString normalizedForMatching(QStringView text);
 
-// Whether two texts are equal under full case folding, diacritics counting.
+// Whether two texts are equal under full case folding and canonical equivalence, diacritics counting.
 [[nodiscard]] bool equalsIgnoringCase(QStringView left, QStringView right);
 
 // The key under which lists are sorted by name: lower-cased, to be compared by code point.

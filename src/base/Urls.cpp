@@ -34,7 +34,8 @@ std::optional<QUrl> urlWithScheme(const QString& text)
 std::optional<QUrl> urlFromText(QStringView text)
 {
     const QString address = text.trimmed().toString();
-    if (address.isEmpty())
+    // A lone surrogate has no encoding.
+    if (address.isEmpty() || !address.isValidUtf16())
         return std::nullopt;
     if (isPlainUrlText(address)) {
         if (auto url = urlWithScheme(address))
