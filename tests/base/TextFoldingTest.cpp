@@ -78,12 +78,14 @@ TEST(FoldingProperties, foldingTwiceIsFoldingOnceForEveryCodePoint)
 
 TEST(FoldingProperties, upperAndLowerCaseOfEveryLetterFoldAlike)
 {
+    // One code point for another: full upper-casing writes out an iota below, which folding drops as a mark.
     for (char32_t point = 1; point <= 0xFFFF; ++point) {
         // The dotless i has the upper case of another letter, and the iota below is a mark whose upper case is none.
         if (point == 0x131 || point == 0x345 || QChar::isSurrogate(point))
             continue;
         const QString letter = oneCodePoint(point);
-        ASSERT_EQ(folded(letter.toUpper()), folded(letter)) << "U+" << std::hex << static_cast<unsigned>(point);
+        ASSERT_EQ(folded(oneCodePoint(QChar::toUpper(point))), folded(letter))
+            << "U+" << std::hex << static_cast<unsigned>(point);
     }
 }
 
