@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which parsers and decoders stand in a branch.
+#include "live/DecodeBranch.h"
+
+#include <array>
+
+namespace velarin::live {
+namespace {
+
+// So much without any sound is no sound.
+constexpr qint64 knownLimit = 256 * 1024;
+constexpr qint64 unknownLimit = 1024 * 1024;
+
+constexpr auto songKey = "velarin-song";
+
+struct CodecChain
+{
+    const char* mediaType;
+    const char* parser;
+    const char* decoder;
+};
+
+// What an Ogg carries. Its FLAC comes without the marks of frames that the decoder needs.
+constexpr std::array<CodecChain, 4> oggCodecs{ {
+    { "audio/x-vorbis", nullptr, "vorbisdec" },
+    { "audio/x-opus", nullptr, "opusdec" },
+    { "audio/x-flac", "flacparse", "flacdec" },
+    { "audio/x-speex", nullptr, "speexdec" },
+} };
+
+void addGhost(GstElement* bin, GstElement* element, const char* name)
+{
+    GstPad* pad = gst_element_get_static_pad(element, name);
+    gst_element_add_pad(bin, gst_ghost_pad_new(name, pad));
+    gst_object_unref(pad);
+}
+
+const char* inputCaps(SoundFormat format)
+{
+    switch (format) {
+    case SoundFormat::Mpeg:
+        return "audio/mpeg, mpegversion=1";
+    case SoundFormat::AacAdts:
+        return "audio/mpeg, mpegversion=4, stream-format=adts";
+    case SoundFormat::AacLoas:
+        return "audio/mpeg, mpegversion=4, stream-format=loas";
+    case SoundFormat::Ogg:
+        return "application/ogg";
+    case SoundFormat::Flac:
+        return "audio/x-flac";
+    case SoundFormat::MpegTs:
+        return "video/mpegts, systemstream=true";
+    case SoundFormat::Mp4:
+        return "video/quicktime, variant=iso";
+    case SoundFormat::Other:
+        return nullptr;
+    }
+    return nullptr;
+}
+
+}
+
+void DecodeBranch::build(SoundFormat format)
+{
+    if (const char* text = inputCaps(format)) {
+        GstCaps* caps = gst_caps_from_string(text);
+        g_object_set(m_source, "caps", caps, nullptr);
+        gst_caps_unref(caps);
+    }
+    m_searchLimit = knownLimit;
+    switch (format) {
+    case SoundFormat::Mpeg:
+        return buildChain("mpegaudioparse", { "mpg123audiodec", "avdec_mp3" });
+    case SoundFormat::AacAdts:
+        return buildChain("aacparse", { "faad", "avdec_aac" });
+    case SoundFormat::AacLoas:
+        return buildChain("aacparse", { "avdec_aac_latm" });
+    case SoundFormat::Flac:
+        return buildChain("flacparse", { "flacdec" });
+    case SoundFormat::Ogg:
+        return buildOgg();
+    case SoundFormat::MpegTs:
+    case SoundFormat::Mp4:
+    case SoundFormat::Other:
+        m_searchLimit = unknownLimit;
+        return buildSearch();
+    }
+}
+
+void DecodeBranch::buildChain(const char* parserName, std::initializer_list<const char*> decoders)
+{
+    GstElement* parser = addFirstPresent({ parserName });
+    GstElement* decoder = addFirstPresent(decoders);
+    if (!parser || !decoder)
+        return;
+    // A damaged frame is heard as a short fault; it ends nothing.
+    g_object_set(decoder, "max-errors", -1, nullptr);
+    gst_element_link_many(m_source, parser, decoder, m_convert, nullptr);
+}
+
+void DecodeBranch::buildOgg()
+{
+    GstElement* demultiplexer = addFirstPresent({ "oggdemux" });
+    m_funnel = addFirstPresent({ "funnel" });
+    if (!demultiplexer || !m_funnel)
+        return;
+    g_signal_connect(demultiplexer, "pad-added", G_CALLBACK(&songBegan), this);
+    g_signal_connect(demultiplexer, "pad-removed", G_CALLBACK(&songEnded), this);
+    gst_element_link(m_source, demultiplexer);
+    gst_element_link(m_funnel, m_convert);
+}
+
+void DecodeBranch::buildSearch()
+{
+    GstElement* search = addFirstPresent({ "decodebin" });
+    if (!search)
+        return;
+    g_signal_connect(search, "pad-added", G_CALLBACK(&soundFound), this);
+    gst_element_link(m_source, search);
+}
+
+void DecodeBranch::soundFound(GstElement* /*search*/, GstPad* pad, gpointer self)
+{
+    GstPad* sink = gst_element_get_static_pad(static_cast<DecodeBranch*>(self)->m_convert, "sink");
+    // A picture beside the sound, or a second language: the first sound is the one.
+    if (!gst_pad_is_linked(sink))
+        gst_pad_link(pad, sink);
+    gst_object_unref(sink);
+}
+
+// Each song of a chained Ogg has a decoder of its own. The former one gives its last sound while the next is there
+// already, so both flow into one funnel.
+void DecodeBranch::songBegan(GstElement* /*demultiplexer*/, GstPad* pad, gpointer self)
+{
+    auto& branch = *static_cast<DecodeBranch*>(self);
+    GstCaps* caps = gst_pad_get_current_caps(pad);
+    if (!caps)
+        return;
+    const QByteArrayView type(gst_structure_get_name(gst_caps_get_structure(caps, 0)));
+    for (const CodecChain& codec : oggCodecs)
+        if (type == codec.mediaType)
+            branch.addSong(pad, codec.parser, codec.decoder);
+    gst_caps_unref(caps);
+}
+
+void DecodeBranch::addSong(GstPad* pad, const char* parserName, const char* decoderName)
+{
+    GstElement* song = gst_bin_new(nullptr);
+    GstElement* decoder = gst_element_factory_make(decoderName, nullptr);
+    GstElement* parser = parserName ? gst_element_factory_make(parserName, nullptr) : nullptr;
+    if (!decoder || (parserName && !parser)) {
+        gst_object_unref(song);
+        return fail({ AudioErrorDomain::gstCore, GstError::coreMissingPlugin, QString::fromLatin1(decoderName) });
+    }
+    g_object_set(decoder, "max-errors", -1, nullptr);
+    gst_bin_add(GST_BIN(song), decoder);
+    if (parser) {
+        gst_bin_add(GST_BIN(song), parser);
+        gst_element_link(parser, decoder);
+    }
+    addGhost(song, parser ? parser : decoder, "sink");
+    addGhost(song, decoder, "src");
+    gst_bin_add(GST_BIN(m_bin), song);
+    gst_element_link(song, m_funnel);
+    gst_element_sync_state_with_parent(song);
+    GstPad* sink = gst_element_get_static_pad(song, "sink");
+    gst_pad_link(pad, sink);
+    gst_object_unref(sink);
+    g_object_set_data(G_OBJECT(pad), songKey, song);
+}
+
+void DecodeBranch::songEnded(GstElement* /*demultiplexer*/, GstPad* pad, gpointer self)
+{
+    auto& branch = *static_cast<DecodeBranch*>(self);
+    auto* song = static_cast<GstElement*>(g_object_steal_data(G_OBJECT(pad), songKey));
+    // When the whole branch stops, the bin takes its songs with it.
+    if (!song || branch.m_stopping)
+        return;
+    GstPad* source = gst_element_get_static_pad(song, "src");
+    GstPad* funnelPad = gst_pad_get_peer(source);
+    gst_object_unref(source);
+    gst_element_set_state(song, GST_STATE_NULL);
+    gst_bin_remove(GST_BIN(branch.m_bin), song);
+    if (funnelPad) {
+        gst_element_release_request_pad(branch.m_funnel, funnelPad);
+        gst_object_unref(funnelPad);
+    }
+}
+
+GstElement* DecodeBranch::add(const char* factory)
+{
+    GstElement* element = gst_element_factory_make(factory, nullptr);
+    if (element)
+        gst_bin_add(GST_BIN(m_bin), element);
+    return element;
+}
+
+GstElement* DecodeBranch::addFirstPresent(std::initializer_list<const char*> factories)
+{
+    for (const char* factory : factories)
+        if (GstElement* element = add(factory))
+            return element;
+    fail({ AudioErrorDomain::gstCore, GstError::coreMissingPlugin, QString::fromLatin1(*factories.begin()) });
+    return nullptr;
+}
+
+}
