@@ -40,7 +40,9 @@ public:
     [[nodiscard]] std::optional<qint64> lastBoundary() const;
 
 private:
+    qint64 m_bitRate{ assumedBitRate };
     std::unique_ptr<FrameCounter> m_counter;
+    bool m_countsByRate{ false };
     double m_seconds{ 0.0 };
     qint64 m_position{ 0 };
 };

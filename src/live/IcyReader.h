@@ -40,28 +40,21 @@ public:
     [[nodiscard]] IcyOutput read(QByteArrayView bytes);
 
 private:
+    void readSome(QByteArrayView& bytes, IcyOutput& output);
     void readSound(QByteArrayView& bytes, IcyOutput& output);
     void readLength(QByteArrayView& bytes, IcyOutput& output);
     void readBlock(QByteArrayView& bytes, IcyOutput& output);
     void finishBlock(IcyOutput& output);
-    void giveBack(IcyOutput& output);
+    void endMetadata(IcyOutput& output);
     void giveSound(QByteArrayView bytes, IcyOutput& output);
 
-    enum class Expecting
-    {
-        Sound,
-        Length,
-        Block,
-    };
-
     const std::optional<qint64> m_interval;
-    Expecting m_expecting{ Expecting::Sound };
     // The server keeps to its interval: a block that can be nothing else was seen.
     bool m_proven{ false };
     bool m_metadataEnded{ false };
     qint64 m_soundUntilBlock{ 0 };
     qint64 m_soundGiven{ 0 };
-    // The length byte and what came of its block.
+    // Of the block that is being read: its length byte and what came of it.
     QByteArray m_block;
     qsizetype m_blockSize{ 0 };
 };

@@ -47,8 +47,9 @@ public:
 private:
     void run();
     void runPosted();
-    [[nodiscard]] std::chrono::nanoseconds timeToSleep();
+    [[nodiscard]] std::chrono::milliseconds timeToSleep() const;
 
+    const TransportSettings m_settings;
     const std::unique_ptr<CurlLoop> m_curl;
     // Engine's thread only; shared with the tasks, which may outlive it.
     const std::shared_ptr<TimerQueue> m_timers;

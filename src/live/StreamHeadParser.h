@@ -32,6 +32,7 @@ public:
     // One line with its line end. After Complete and Malformed lines change nothing.
     State readLine(QByteArrayView line);
 
+    [[nodiscard]] State state() const { return m_state; }
     // What the last head said; its `url` is not the parser's business and empty.
     [[nodiscard]] const StreamHead& head() const { return m_head; }
 
