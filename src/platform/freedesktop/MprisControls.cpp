@@ -34,6 +34,8 @@ MprisControls::MprisControls(
 
 MprisControls::~MprisControls()
 {
+    if (!m_isOnBus)
+        return;
     m_bus.unregisterService(serviceName);
     m_bus.unregisterObject(objectPath);
 }
@@ -46,12 +48,15 @@ QString MprisControls::userArtworkFolder()
 
 void MprisControls::enterBus()
 {
+    if (!m_bus.isConnected())
+        return;
     // The object first, so that whoever sees the name finds it.
     m_bus.registerObject(objectPath, m_object.get(), QDBusConnection::ExportAdaptors);
-    if (m_bus.registerService(serviceName))
+    m_isOnBus = m_bus.registerService(serviceName);
+    if (m_isOnBus)
         return;
+    qCWarning(desktopLog) << "another program has the name of the media controls";
     m_bus.unregisterObject(objectPath);
-    qCWarning(desktopLog) << "no media controls:" << m_bus.lastError().message();
 }
 
 void MprisControls::setHandlers(Handlers handlers)
@@ -122,7 +127,7 @@ void MprisControls::publishVolume(double volume)
 
 void MprisControls::tellSoon()
 {
-    if (std::exchange(m_isTelling, true))
+    if (!m_isOnBus || std::exchange(m_isTelling, true))
         return;
     QMetaObject::invokeMethod(
         m_object.get(), [this] { tell(); }, Qt::QueuedConnection);

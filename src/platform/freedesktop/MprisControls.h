@@ -44,6 +44,7 @@ private:
     void tell();
 
     QDBusConnection m_bus;
+    bool m_isOnBus{ false };
     MprisModel m_model;
     MprisArtwork m_artwork;
     std::optional<NowPlaying> m_nowPlaying;

@@ -56,6 +56,8 @@ void PortalAppearance::start(std::function<void(const Wishes&)> changed)
             this, [this] { tell(); }, Qt::QueuedConnection);
         return;
     }
+    // connect() looks the types of the slot up by name, which QtDBus registers only when it first meets them.
+    qRegisterMetaType<QDBusVariant>();
     m_bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
         SLOT(settingChanged(QString, QString, QDBusVariant)));
     m_unanswered = 3;

@@ -52,7 +52,8 @@ SingleInstance::Outcome SingleInstance::lock(std::chrono::milliseconds patience)
     if (m_lock.take(patience))
         return Outcome::First;
     qCInfo(desktopLog) << "another run holds the lock; its window could not be raised from here";
-    m_bus.unregisterService(applicationId);
+    if (m_bus.isConnected())
+        m_bus.unregisterService(applicationId);
     return Outcome::Second;
 }
 
