@@ -66,6 +66,12 @@ QString oneCodePoint(char32_t point)
     return QString::fromUcs4(&point, 1);
 }
 
+TEST(FoldedTextTest, aLeadingByteOrderMarkIsACharacterLikeAnyOther)
+{
+    const QString text = QString(QChar(0xFFFE)) + QStringLiteral("È");
+    EXPECT_EQ(folded(text), QString(QChar(0xFFFE)) + QStringLiteral("e"));
+}
+
 TEST(FoldingProperties, foldingTwiceIsFoldingOnceForEveryCodePoint)
 {
     for (char32_t point = 1; point <= 0x10FFFF; ++point) {
