@@ -1,0 +1,497 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The six ways out of a failure, and the counters that lead to them.
+#include "RadioWorld.h"
+
+namespace velarin::test {
+
+using RadioPlayerFailureTest = RadioPlayerTest;
+
+namespace {
+
+const AudioErrorChain gone = chainOf(u"http"_s, 404);
+const AudioErrorChain foreignFormat = chainOf(u"gst-stream"_s, GstError::streamCodecNotFound);
+const AudioErrorChain noAnswer = chainOf(u"timeout"_s, 0);
+const AudioErrorChain broken = chainOf(u"reset"_s, 104);
+
+}
+
+TEST_F(RadioPlayerFailureTest, aFailureUnloadsTheItemAndItsObservers)
+{
+    radio->play(uno, list);
+    const AudioItemId item = itemId();
+    player.calls.clear();
+    fail();
+    EXPECT_EQ(player.calls, (QStringList{ u"pause"_s, u"no item"_s }));
+    EXPECT_EQ(player.observers(item), 0u);
+}
+
+TEST_F(RadioPlayerFailureTest, aFailureIsIgnoredWithoutTheWishForSound)
+{
+    hear(uno);
+    radio->pause();
+    takeLog();
+    player.tellPlayedToEnd();
+    fail(gone);
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+    EXPECT_TRUE(takeLog().isEmpty());
+}
+
+TEST_F(RadioPlayerFailureTest, aFailureIsLoggedWithItsNumberAndKind)
+{
+    radio->play(uno, list);
+    takeLog();
+    fail(broken);
+    EXPECT_EQ(takeLog(), (QStringList{ u"playback: Linea debole: riduco a qualità alta per non interrompere l'audio"_s,
+                             u"network: Tentativo 1 fallito (network)"_s }));
+}
+
+TEST_F(RadioPlayerFailureTest, aWrongAddressDoesNotLowerTheQuality)
+{
+    radio->play(uno, list);
+    fail(gone);
+    clock.advance(1s);
+    fail(foreignFormat);
+    EXPECT_EQ(radio->quality().tier, 0);
+}
+
+TEST_F(RadioPlayerFailureTest, retriesComeAfterOneTwoThreeAndFiveSecondsAndCount)
+{
+    radio->play(uno, list);
+    qint64 attempt = 1;
+    for (const auto delay : { 1s, 2s, 3s, 5s }) {
+        fail();
+        ++attempt;
+        EXPECT_EQ(radio->state(), PlaybackState(Connecting{ attempt, 5 }));
+        const auto items = player.items.size();
+        clock.advance(delay - 1ms);
+        EXPECT_EQ(player.items.size(), items);
+        clock.advance(1ms);
+        EXPECT_EQ(player.items.size(), items + 1);
+        EXPECT_EQ(radio->state(), PlaybackState(Connecting{ attempt, 5 }));
+    }
+}
+
+TEST_F(RadioPlayerFailureTest, theFifthFailureGivesUpAndWaitsPatiently)
+{
+    radio->play(uno, list);
+    failRun(broken);
+    EXPECT_EQ(failureKind(), Kind::network);
+    EXPECT_EQ(failureMessage(), u"Uno non risponde. Continuo a riprovare da sola ogni 15 secondi."_s);
+    EXPECT_FALSE(player.item);
+    EXPECT_FALSE(radio->isSounding());
+}
+
+TEST_F(RadioPlayerFailureTest, aGiveUpIsLoggedWithItsReasonAndItsNextTry)
+{
+    radio->play(uno, list);
+    failRun(broken);
+    const QStringList log = takeLog();
+    EXPECT_EQ(log.mid(log.size() - 2),
+        (QStringList{ u"error: Impossibile connettersi a Uno. Controlla la connessione e riprova."_s,
+            u"network: Nuovo tentativo tra 15 secondi (qualità minima)"_s }));
+}
+
+TEST_F(RadioPlayerFailureTest, aGiveUpLowersTheQualityOnceMore)
+{
+    radio->play(uno, list);
+    hear();
+    // One failure after a sound, each with one step; the run that follows ends at the lowest tier.
+    fail(broken);
+    EXPECT_EQ(radio->quality().tier, 1);
+    repository.setAutoReconnect(true);
+    clock.advance(1s);
+    fail(gone);
+    EXPECT_EQ(radio->quality().tier, 1);
+}
+
+TEST_F(RadioPlayerFailureTest, patienceWakesANewRunOfFive)
+{
+    radio->play(uno, list);
+    failRun();
+    clock.advance(15s);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+    EXPECT_TRUE(player.item);
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, patienceGrowsWithoutAnEnd)
+{
+    radio->play(uno, list);
+    for (const auto delay : { 15s, 30s, 60s, 120s, 120s, 120s }) {
+        failRun();
+        EXPECT_EQ(
+            failureMessage(), u"Uno non risponde. Continuo a riprovare da sola ogni %1 secondi."_s.arg(delay.count()));
+        const auto items = player.items.size();
+        clock.advance(delay - 1ms);
+        EXPECT_EQ(player.items.size(), items);
+        clock.advance(1ms);
+        EXPECT_EQ(player.items.size(), items + 1);
+    }
+}
+
+TEST_F(RadioPlayerFailureTest, soundClearsThePatience)
+{
+    radio->play(uno, list);
+    failRun();
+    clock.advance(15s);
+    hear();
+    failRun();
+    EXPECT_TRUE(failureMessage().contains(u"ogni 15 secondi"_s));
+}
+
+TEST_F(RadioPlayerFailureTest, aNewSessionClearsThePatience)
+{
+    radio->play(uno, list);
+    failRun();
+    radio->play(uno, list);
+    failRun();
+    EXPECT_TRUE(failureMessage().contains(u"ogni 15 secondi"_s));
+}
+
+TEST_F(RadioPlayerFailureTest, soundClearsTheFailures)
+{
+    radio->play(uno, list);
+    fail();
+    clock.advance(1s);
+    fail();
+    clock.advance(2s);
+    hear();
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, aNewSessionClearsTheFailures)
+{
+    radio->play(uno, list);
+    fail();
+    clock.advance(1s);
+    fail();
+    radio->play(uno, list);
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, aPauseDuringThePatientWaitEndsIt)
+{
+    radio->play(uno, list);
+    failRun();
+    radio->pause();
+    const auto items = player.items.size();
+    clock.advance(1h);
+    EXPECT_EQ(player.items.size(), items);
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+}
+
+TEST_F(RadioPlayerFailureTest, aStopDuringThePatientWaitEndsIt)
+{
+    radio->play(uno, list);
+    failRun();
+    radio->stop();
+    clock.advance(1h);
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+}
+
+TEST_F(RadioPlayerFailureTest, aResumeDuringThePatientWaitTriesAtOnce)
+{
+    radio->play(uno, list);
+    failRun();
+    radio->resume();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+    clock.advance(7s);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, aWrongAddressIsFinalAfterItsSecondFailure)
+{
+    radio->play(uno, list);
+    fail(gone);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+    clock.advance(1s);
+    fail(gone);
+    EXPECT_EQ(failureKind(), Kind::notFound);
+    EXPECT_EQ(failureMessage(),
+        u"Uno non risponde: l'indirizzo dello stream potrebbe essere cambiato. Prova ad aggiornare l'elenco."_s);
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+}
+
+TEST_F(RadioPlayerFailureTest, aForeignFormatIsFinalAfterItsSecondFailure)
+{
+    radio->play(uno, list);
+    fail(foreignFormat);
+    clock.advance(1s);
+    fail(foreignFormat);
+    EXPECT_EQ(failureKind(), Kind::unsupported);
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+}
+
+TEST_F(RadioPlayerFailureTest, withoutReconnectionTheFirstFailureIsFinal)
+{
+    repository.setAutoReconnect(false);
+    radio->play(uno, list);
+    fail(broken);
+    EXPECT_EQ(failureKind(), Kind::network);
+    EXPECT_EQ(failureMessage(), u"Impossibile connettersi a Uno. Controlla la connessione e riprova."_s);
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+}
+
+TEST_F(RadioPlayerFailureTest, withoutReconnectionATimeoutTellsTheTime)
+{
+    repository.setAutoReconnect(false);
+    repository.setConnectTimeout(5);
+    radio->play(uno, list);
+    clock.advance(5s);
+    EXPECT_EQ(failureKind(), Kind::timeout);
+    EXPECT_EQ(failureMessage(), u"Uno non ha risposto entro 5 secondi. Riprova tra qualche istante."_s);
+}
+
+TEST_F(RadioPlayerFailureTest, offlineWaitsForTheNetworkAndSchedulesNothing)
+{
+    radio->play(uno, list);
+    network.changed(false);
+    fail(gone);
+    EXPECT_EQ(failureKind(), Kind::offline);
+    EXPECT_EQ(failureMessage(), u"Nessuna connessione a internet. Riparte da sola appena torna la rete."_s);
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+    EXPECT_EQ(radio->quality().tier, 0);
+    EXPECT_TRUE(takeLog().contains(u"network: Tentativo 1 fallito (offline)"_s));
+}
+
+TEST_F(RadioPlayerFailureTest, aWrongAddressGoesToTheSecondOneAtOnce)
+{
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+    EXPECT_FALSE(player.item);
+    clock.advance(499ms);
+    EXPECT_FALSE(player.item);
+    clock.advance(1ms);
+    EXPECT_EQ(url(), u"http://radio.example/uno-2"_s);
+}
+
+TEST_F(RadioPlayerFailureTest, aTimeoutRetriesTheMainAddressFirstAndThenTheSecondOne)
+{
+    radio->play(withAlternate(uno), list);
+    fail(noAnswer);
+    clock.advance(1s);
+    EXPECT_EQ(url(), uno.streamUrl);
+    fail(noAnswer);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+    clock.advance(500ms);
+    EXPECT_EQ(url(), u"http://radio.example/uno-2"_s);
+}
+
+TEST_F(RadioPlayerFailureTest, aBrokenLineNeverGoesToTheSecondAddress)
+{
+    radio->play(withAlternate(uno), list);
+    failRun(broken);
+    failRun();
+    for (const AudioItem& item : player.items)
+        EXPECT_EQ(item.url.toString(), uno.streamUrl);
+}
+
+TEST_F(RadioPlayerFailureTest, theSecondAddressBeginsARunOfItsOwn)
+{
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    clock.advance(500ms);
+    fail(gone);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+    clock.advance(1s);
+    fail(gone);
+    EXPECT_EQ(failureKind(), Kind::notFound);
+}
+
+TEST_F(RadioPlayerFailureTest, aSessionNeverGoesBackFromItsSecondAddress)
+{
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    clock.advance(500ms);
+    failRun();
+    clock.advance(15s);
+    EXPECT_EQ(url(), u"http://radio.example/uno-2"_s);
+    hear();
+    fail(noAnswer);
+    clock.advance(1s);
+    fail(noAnswer);
+    clock.advance(2s);
+    EXPECT_EQ(url(), u"http://radio.example/uno-2"_s);
+}
+
+TEST_F(RadioPlayerFailureTest, aNewSessionBeginsAtTheMainAddress)
+{
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    clock.advance(500ms);
+    radio->play(withAlternate(uno), list);
+    EXPECT_EQ(url(), uno.streamUrl);
+}
+
+TEST_F(RadioPlayerFailureTest, aPauseBeforeTheSecondAddressStopsIt)
+{
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    radio->pause();
+    clock.advance(10s);
+    EXPECT_FALSE(player.item);
+}
+
+TEST_F(RadioPlayerFailureTest, aStationThatDoesNotConnectIsSkipped)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(uno, list);
+    takeLog();
+    fail(broken);
+    EXPECT_TRUE(takeLog().contains(u"playback: Uno non si connette: passo alla successiva"_s));
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+    clock.advance(399ms);
+    EXPECT_EQ(radio->station(), uno);
+    clock.advance(1ms);
+    EXPECT_EQ(radio->station(), due);
+    EXPECT_EQ(radio->queue(), list);
+    EXPECT_EQ(radio->queueIndex(), 1);
+}
+
+TEST_F(RadioPlayerFailureTest, theSkipGoesRound)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(tre, list);
+    fail();
+    clock.advance(400ms);
+    EXPECT_EQ(radio->station(), uno);
+}
+
+TEST_F(RadioPlayerFailureTest, atMostOneRoundIsSkippedAndThenTheLastStationIsRetried)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(uno, list);
+    fail();
+    clock.advance(400ms);
+    fail();
+    clock.advance(400ms);
+    EXPECT_EQ(radio->station(), tre);
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+    clock.advance(1s);
+    EXPECT_EQ(radio->station(), tre);
+}
+
+TEST_F(RadioPlayerFailureTest, aChoiceOfTheUserBeginsANewRound)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(uno, list);
+    fail();
+    clock.advance(400ms);
+    fail();
+    clock.advance(400ms);
+    radio->play(uno, list);
+    fail();
+    clock.advance(400ms);
+    EXPECT_EQ(radio->station(), due);
+}
+
+TEST_F(RadioPlayerFailureTest, soundBeginsANewRound)
+{
+    repository.setAutoSkipUnreachable(true);
+    const QList<Station> two{ uno, due };
+    radio->play(uno, two);
+    fail();
+    clock.advance(400ms);
+    hear();
+    radio->start(due);
+    fail();
+    clock.advance(400ms);
+    EXPECT_EQ(radio->station(), uno);
+}
+
+TEST_F(RadioPlayerFailureTest, nextDoesNotBeginANewRound)
+{
+    repository.setAutoSkipUnreachable(true);
+    const QList<Station> two{ uno, due };
+    radio->play(uno, two);
+    fail();
+    clock.advance(400ms);
+    radio->next();
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, aStationThatHasPlayedAndDiedIsRetriedAndNotSkipped)
+{
+    repository.setAutoSkipUnreachable(true);
+    const QList<Station> two{ uno, due };
+    radio->play(uno, two);
+    hear();
+    player.tellPlayedToEnd();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+    clock.advance(1s);
+    EXPECT_EQ(radio->station(), uno);
+}
+
+TEST_F(RadioPlayerFailureTest, aListOfOneIsNotSkipped)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(uno, QList<Station>{ uno });
+    fail();
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 2, 5 }));
+}
+
+TEST_F(RadioPlayerFailureTest, withoutTheWishNothingIsSkipped)
+{
+    radio->play(uno, list);
+    fail();
+    clock.advance(10s);
+    EXPECT_EQ(radio->station(), uno);
+}
+
+TEST_F(RadioPlayerFailureTest, settingTheAutomaticSkipPostsNothing)
+{
+    int posted = 0;
+    QObject::connect(&broadcasts, &Broadcasts::radioSettingsDidChange, [&] { ++posted; });
+    repository.setAutoSkipUnreachable(true);
+    EXPECT_EQ(posted, 0);
+    EXPECT_EQ(announcements, 0);
+}
+
+TEST_F(RadioPlayerFailureTest, theSecondAddressComesBeforeTheNextStation)
+{
+    repository.setAutoSkipUnreachable(true);
+    radio->play(withAlternate(uno), list);
+    fail(gone);
+    clock.advance(500ms);
+    EXPECT_EQ(url(), u"http://radio.example/uno-2"_s);
+    fail(gone);
+    clock.advance(400ms);
+    EXPECT_EQ(radio->station(), due);
+}
+
+TEST_F(RadioPlayerFailureTest, everyWayOutIsPublished)
+{
+    radio->play(withAlternate(uno), list);
+    announcements = 0;
+    fail(gone);
+    EXPECT_EQ(announcements, 1);
+    EXPECT_EQ(shown().state, NowPlayingState::Playing);
+    clock.advance(500ms);
+    announcements = 0;
+    fail();
+    EXPECT_EQ(announcements, 1);
+    EXPECT_EQ(shown().nowPlaying->artist, u"Riconnessione… tentativo 2 di 5"_s);
+    network.changed(false);
+    clock.advance(1s);
+    announcements = 0;
+    fail();
+    EXPECT_EQ(announcements, 1);
+    EXPECT_EQ(shown().state, NowPlayingState::Paused);
+}
+
+TEST_F(RadioPlayerFailureTest, theErrorMayBelongToTheHandlerThatIsDetached)
+{
+    radio->play(uno, list);
+    auto error = std::make_unique<AudioErrorChain>(gone);
+    QObject::connect(radio.get(), &RadioPlayer::stateChanged, [&] { error.reset(); });
+    fail(*error);
+    EXPECT_TRUE(takeLog().contains(u"network: Tentativo 1 fallito (notFound)"_s));
+}
+
+}

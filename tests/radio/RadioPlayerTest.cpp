@@ -1,0 +1,503 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a listener and the media keys can ask of the radio.
+#include "RadioWorld.h"
+
+namespace velarin::test {
+
+TEST_F(RadioPlayerTest, startsWithNothingLoaded)
+{
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+    EXPECT_EQ(radio->station(), std::nullopt);
+    EXPECT_TRUE(radio->queue().isEmpty());
+    EXPECT_EQ(radio->queueIndex(), 0);
+    EXPECT_EQ(radio->quality(), StreamQuality{ 0 });
+    EXPECT_TRUE(radio->artwork().isNull());
+    EXPECT_TRUE(player.calls.isEmpty());
+}
+
+TEST_F(RadioPlayerTest, wiresTheMediaKeysWhenItIsMade)
+{
+    ASSERT_TRUE(controls.handlers.togglePlayPause);
+    fillCatalogue({ uno });
+    controls.handlers.togglePlayPause();
+    EXPECT_EQ(radio->station()->id, uno.id);
+}
+
+TEST_F(RadioPlayerTest, playTakesTheOutputAndSaysSo)
+{
+    radio->play(uno, list);
+    EXPECT_EQ(coordinator.active(), Source::radio);
+    EXPECT_EQ(takeLog(), QStringList{ u"playback: Avvio Uno"_s });
+}
+
+TEST_F(RadioPlayerTest, playSilencesTheOtherEngine)
+{
+    coordinator.activate(Source::podcast);
+    radio->play(uno, list);
+    EXPECT_EQ(podcasts.pauses, 1);
+}
+
+TEST_F(RadioPlayerTest, playFindsThePlaceInTheGivenList)
+{
+    radio->play(tre, list);
+    EXPECT_EQ(radio->queue(), list);
+    EXPECT_EQ(radio->queueIndex(), 2);
+    EXPECT_EQ(radio->station(), tre);
+}
+
+TEST_F(RadioPlayerTest, playTakesTheFirstOfTwoEntriesWithTheSameId)
+{
+    radio->play(due, QList<Station>{ uno, due, due });
+    EXPECT_EQ(radio->queueIndex(), 1);
+}
+
+TEST_F(RadioPlayerTest, aStationOutsideTheListPlaysAloneAndNextDoesNothing)
+{
+    radio->play(uno, QList<Station>{ due, tre });
+    EXPECT_EQ(radio->queue(), QList<Station>{ uno });
+    EXPECT_EQ(radio->queueIndex(), 0);
+    const AudioItemId before = itemId();
+    radio->next();
+    EXPECT_EQ(itemId(), before);
+}
+
+TEST_F(RadioPlayerTest, anEmptyListMakesAListOfOne)
+{
+    radio->play(uno, QList<Station>());
+    EXPECT_EQ(radio->queue(), QList<Station>{ uno });
+    EXPECT_EQ(radio->queueIndex(), 0);
+}
+
+TEST_F(RadioPlayerTest, withoutAListTheCatalogueGivesTheNeighbours)
+{
+    fillCatalogue(list);
+    radio->play(*repository.station(due.id));
+    EXPECT_EQ(radio->queueSize(), 3);
+    EXPECT_EQ(radio->queue().at(radio->queueIndex()).id, due.id);
+}
+
+TEST_F(RadioPlayerTest, aStartIsRememberedForTheNextRun)
+{
+    radio->play(uno, list);
+    radio->play(due, list);
+    EXPECT_EQ(repository.lastPlayedId(), due.id);
+    EXPECT_EQ(repository.recentIds(), (QStringList{ due.id, uno.id }));
+}
+
+TEST_F(RadioPlayerTest, aStartEndsARingingAlarm)
+{
+    radio->play(uno, list);
+    EXPECT_EQ(alarm.endings, QStringList{ u"radio scelta"_s });
+}
+
+TEST_F(RadioPlayerTest, anAlarmThatStartsTheRadioIsNotEndedByIt)
+{
+    alarm.startsOwnAudio = true;
+    radio->play(uno, list);
+    radio->pause();
+    radio->stop();
+    EXPECT_TRUE(alarm.endings.isEmpty());
+}
+
+TEST_F(RadioPlayerTest, aNewStationForgetsTheSong)
+{
+    hear(uno);
+    player.tellTitle(u"Artist - Song"_s);
+    radio->play(due, list);
+    EXPECT_EQ(radio->songTitle(), std::nullopt);
+    EXPECT_EQ(radio->songArtist(), std::nullopt);
+}
+
+TEST_F(RadioPlayerTest, theSameStationAgainConnectsAnew)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    radio->play(uno, list);
+    EXPECT_NE(itemId(), before);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+TEST_F(RadioPlayerTest, pauseWithoutAStationDoesNothing)
+{
+    radio->pause();
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+    EXPECT_TRUE(takeLog().isEmpty());
+    EXPECT_TRUE(alarm.endings.isEmpty());
+    EXPECT_EQ(announcements, 0);
+}
+
+TEST_F(RadioPlayerTest, pauseKeepsTheItemAndSaysSo)
+{
+    hear(uno);
+    takeLog();
+    player.calls.clear();
+    radio->pause();
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+    EXPECT_EQ(player.calls, QStringList{ u"pause"_s });
+    EXPECT_TRUE(player.item);
+    EXPECT_EQ(takeLog(), QStringList{ u"remote: Pausa richiesta"_s });
+    EXPECT_EQ(alarm.endings.back(), u"pausa"_s);
+}
+
+TEST_F(RadioPlayerTest, pauseEndsEveryTimer)
+{
+    fail();
+    hear(uno);
+    fail();
+    clock.advance(1s);
+    hear();
+    radio->pause();
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+}
+
+TEST_F(RadioPlayerTest, aPauseJustUnderTwentySecondsGoesOnInPlace)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    radio->pause();
+    clock.advance(19'900ms);
+    player.calls.clear();
+    radio->resume();
+    EXPECT_EQ(itemId(), before);
+    EXPECT_EQ(player.calls, QStringList{ u"play"_s });
+    EXPECT_EQ(radio->state(), PlaybackState(Buffering{}));
+}
+
+TEST_F(RadioPlayerTest, aPauseOfTwentySecondsReconnectsAtTheLiveEdge)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    radio->pause();
+    clock.advance(20s);
+    radio->resume();
+    EXPECT_NE(itemId(), before);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+TEST_F(RadioPlayerTest, aWallClockThatJumpsDoesNotStretchThePause)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    radio->pause();
+    clock.jumpTo(clock.now().addDays(1));
+    clock.advance(10s);
+    radio->resume();
+    EXPECT_EQ(itemId(), before);
+}
+
+TEST_F(RadioPlayerTest, goingOnInPlaceIsGuardedByTheStallWatchdog)
+{
+    hear(uno);
+    radio->pause();
+    player.tellTimeControl(TimeControl::Paused);
+    radio->resume();
+    takeLog();
+    clock.advance(8s);
+    EXPECT_TRUE(takeLog().contains(u"network: Tentativo 1 fallito (timeout)"_s));
+}
+
+TEST_F(RadioPlayerTest, goingOnInPlaceIsPublished)
+{
+    hear(uno);
+    radio->pause();
+    const auto published = controls.published.size();
+    announcements = 0;
+    radio->resume();
+    EXPECT_EQ(controls.published.size(), published + 1);
+    EXPECT_EQ(announcements, 1);
+}
+
+TEST_F(RadioPlayerTest, aPauseWhileConnectingLeavesAHalfLoadedItemAndResumeStartsAnew)
+{
+    radio->play(uno, list);
+    const AudioItemId before = itemId();
+    radio->pause();
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+    EXPECT_EQ(player.item->id, before);
+    radio->resume();
+    EXPECT_NE(itemId(), before);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+TEST_F(RadioPlayerTest, aPausedItemThatBrokeIsStartedAnew)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    radio->pause();
+    fail(chainOf(u"closed"_s, 0));
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+    radio->resume();
+    EXPECT_NE(itemId(), before);
+}
+
+TEST_F(RadioPlayerTest, aPauseDuringARetryHasNoItemAndResumeStartsAnew)
+{
+    radio->play(uno, list);
+    fail();
+    radio->pause();
+    EXPECT_FALSE(player.item);
+    radio->resume();
+    EXPECT_TRUE(player.item);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+class RadioPlayerSoundingTest : public RadioPlayerTest, public testing::WithParamInterface<QString>
+{
+};
+
+TEST_P(RadioPlayerSoundingTest, resumeDoesNothing)
+{
+    enterState(*this, GetParam());
+    const PlaybackState before = radio->state();
+    const AudioItemId item = itemId();
+    player.calls.clear();
+    radio->resume();
+    EXPECT_EQ(radio->state(), before);
+    EXPECT_EQ(itemId(), item);
+    EXPECT_TRUE(player.calls.isEmpty());
+}
+
+TEST_P(RadioPlayerSoundingTest, togglePauses)
+{
+    enterState(*this, GetParam());
+    EXPECT_TRUE(radio->isSounding());
+    radio->togglePlayback();
+    EXPECT_EQ(radio->state(), PlaybackState(Paused{}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    States, RadioPlayerSoundingTest, testing::Values(u"connecting"_s, u"buffering"_s, u"playing"_s));
+
+class RadioPlayerSilentTest : public RadioPlayerTest, public testing::WithParamInterface<QString>
+{
+};
+
+TEST_P(RadioPlayerSilentTest, toggleResumes)
+{
+    fillCatalogue(list);
+    enterState(*this, GetParam());
+    EXPECT_FALSE(radio->isSounding());
+    player.calls.clear();
+    radio->togglePlayback();
+    EXPECT_NE(toText(radio->state()), GetParam());
+    EXPECT_EQ(coordinator.active(), Source::radio);
+}
+
+INSTANTIATE_TEST_SUITE_P(States, RadioPlayerSilentTest, testing::Values(u"idle"_s, u"paused"_s, u"failed"_s));
+
+TEST_F(RadioPlayerTest, onlyPlayingCountsAsPlaying)
+{
+    EXPECT_FALSE(radio->isPlaying());
+    radio->play(uno, list);
+    EXPECT_FALSE(radio->isPlaying());
+    hear();
+    EXPECT_TRUE(radio->isPlaying());
+    player.tellTimeControl(TimeControl::Waiting);
+    EXPECT_FALSE(radio->isPlaying());
+}
+
+TEST_F(RadioPlayerTest, resumeAfterAFailureStartsTheStationAnew)
+{
+    enterState(*this, u"failed"_s);
+    takeLog();
+    radio->resume();
+    // It fails again, since it has no address; but it was tried.
+    EXPECT_TRUE(takeLog().contains(u"error: Il formato dello stream di Uno non è supportato."_s));
+}
+
+TEST_F(RadioPlayerTest, stopKeepsTheStationAndResumeReconnectsIt)
+{
+    hear(uno);
+    radio->stop();
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+    EXPECT_EQ(radio->station(), uno);
+    EXPECT_EQ(radio->queue(), list);
+    EXPECT_FALSE(player.item);
+    radio->resume();
+    EXPECT_EQ(url(), uno.streamUrl);
+    EXPECT_EQ(radio->state(), PlaybackState(Connecting{ 1, 5 }));
+}
+
+TEST_F(RadioPlayerTest, stopEndsTheTimersTheObserversAndTheAlarm)
+{
+    hear(uno);
+    const AudioItemId before = itemId();
+    player.calls.clear();
+    radio->stop();
+    EXPECT_EQ(clock.pendingTimers(), 0u);
+    EXPECT_EQ(player.observers(before), 0u);
+    EXPECT_EQ(player.calls, (QStringList{ u"pause"_s, u"no item"_s }));
+    EXPECT_EQ(alarm.endings.back(), u"stop"_s);
+}
+
+TEST_F(RadioPlayerTest, stopDuringARetryEndsIt)
+{
+    radio->play(uno, list);
+    fail();
+    radio->stop();
+    clock.advance(60s);
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+    EXPECT_EQ(player.items.size(), 1u);
+}
+
+TEST_F(RadioPlayerTest, stopKeepsTheOutput)
+{
+    hear(uno);
+    radio->stop();
+    EXPECT_EQ(coordinator.active(), Source::radio);
+}
+
+TEST_F(RadioPlayerTest, resumeWithNothingKnownDoesNothing)
+{
+    radio->resume();
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+    EXPECT_EQ(radio->station(), std::nullopt);
+    EXPECT_TRUE(player.calls.isEmpty());
+}
+
+TEST_F(RadioPlayerTest, resumeWithoutAStationBringsBackTheLastOne)
+{
+    defaults.setString(u"last_station"_s, due.id);
+    StationRepository remembering({ u"/stations.json"_s }, files, defaults, executor, broadcasts);
+    fillCatalogue(list);
+    repository.setLastPlayed(due.id);
+    radio->resume();
+    EXPECT_EQ(radio->station()->id, due.id);
+    EXPECT_EQ(radio->queue().at(radio->queueIndex()).id, due.id);
+    EXPECT_EQ(radio->queueSize(), 3);
+}
+
+TEST_F(RadioPlayerTest, resumeTakesTheOutput)
+{
+    hear(uno);
+    radio->pause();
+    coordinator.activate(Source::podcast);
+    radio->resume();
+    EXPECT_EQ(coordinator.active(), Source::radio);
+}
+
+TEST_F(RadioPlayerTest, resumeLastSoundsWithoutTakingTheOutputAndShowsNothing)
+{
+    fillCatalogue(list);
+    repository.setLastPlayed(due.id);
+    radio->resumeLast();
+    hear();
+    EXPECT_EQ(radio->state(), PlaybackState(Playing{}));
+    EXPECT_EQ(coordinator.active(), Source::none);
+    EXPECT_TRUE(controls.published.empty());
+    EXPECT_GT(announcements, 0);
+}
+
+TEST_F(RadioPlayerTest, resumeLastWithNothingKnownDoesNothing)
+{
+    radio->resumeLast();
+    EXPECT_EQ(radio->station(), std::nullopt);
+    EXPECT_EQ(announcements, 0);
+}
+
+TEST_F(RadioPlayerTest, nextAndPreviousGoRound)
+{
+    radio->play(due, list);
+    radio->next();
+    EXPECT_EQ(radio->station(), tre);
+    radio->next();
+    EXPECT_EQ(radio->station(), uno);
+    EXPECT_EQ(radio->queueIndex(), 0);
+    radio->previous();
+    EXPECT_EQ(radio->station(), tre);
+    EXPECT_EQ(radio->queueIndex(), 2);
+    EXPECT_EQ(url(), tre.streamUrl);
+}
+
+TEST_F(RadioPlayerTest, nextOnOneStationDoesNothingNotEvenALogLine)
+{
+    radio->play(uno, QList<Station>{ uno });
+    takeLog();
+    player.calls.clear();
+    announcements = 0;
+    radio->next();
+    radio->previous();
+    EXPECT_TRUE(takeLog().isEmpty());
+    EXPECT_TRUE(player.calls.isEmpty());
+    EXPECT_EQ(announcements, 0);
+}
+
+TEST_F(RadioPlayerTest, nextWithNothingLoadedDoesNothing)
+{
+    radio->next();
+    radio->previous();
+    EXPECT_EQ(radio->station(), std::nullopt);
+}
+
+TEST_F(RadioPlayerTest, nextDoesNotTakeTheOutput)
+{
+    hear(uno);
+    coordinator.activate(Source::podcast);
+    radio->next();
+    EXPECT_EQ(coordinator.active(), Source::podcast);
+}
+
+TEST_F(RadioPlayerTest, volumeReachesThePlayer)
+{
+    radio->setVolume(0.25F);
+    EXPECT_EQ(player.level, 0.25F);
+}
+
+TEST_F(RadioPlayerTest, hasNoPositionAndIgnoresASeek)
+{
+    hear(uno);
+    player.calls.clear();
+    EXPECT_EQ(radio->position(), std::nullopt);
+    radio->seek(10.0);
+    EXPECT_TRUE(player.calls.isEmpty());
+}
+
+TEST_F(RadioPlayerTest, anEqualStateWakesNobodyButIsStillAnnounced)
+{
+    hear(uno);
+    radio->pause();
+    int changes = 0;
+    QObject::connect(radio.get(), &RadioPlayer::stateChanged, [&] { ++changes; });
+    announcements = 0;
+    radio->pause();
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(announcements, 1);
+}
+
+TEST_F(RadioPlayerTest, anEqualStationAndQueueWakeNobody)
+{
+    radio->play(uno, list);
+    int changes = 0;
+    QObject::connect(radio.get(), &RadioPlayer::stationChanged, [&] { ++changes; });
+    QObject::connect(radio.get(), &RadioPlayer::queueChanged, [&] { ++changes; });
+    QObject::connect(radio.get(), &RadioPlayer::queueIndexChanged, [&] { ++changes; });
+    radio->play(uno, list);
+    EXPECT_EQ(changes, 0);
+    Station renamed = uno;
+    renamed.genre = u"Rock"_s;
+    radio->play(renamed, list);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(RadioPlayerTest, propertiesCanBeFollowedByABinding)
+{
+    QProperty<bool> sounds;
+    sounds.setBinding([&] { return is<Playing>(radio->bindableState().value()); });
+    EXPECT_FALSE(sounds.value());
+    hear(uno);
+    EXPECT_TRUE(sounds.value());
+    EXPECT_TRUE(radio->bindableState().isReadOnly());
+}
+
+TEST_F(RadioPlayerTest, withoutAnybodyWhoRingsEverythingWorks)
+{
+    radio = std::make_unique<RadioPlayer>(RadioPlayerServices{
+        repository, player, coordinator, controls, diagnostics, artwork, network, sleep, clock, broadcasts, nullptr });
+    coordinator.attach(Source::radio, *radio);
+    hear(uno);
+    radio->pause();
+    radio->stop();
+    EXPECT_EQ(radio->state(), PlaybackState(Idle{}));
+}
+
+}
