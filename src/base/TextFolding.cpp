@@ -22,7 +22,7 @@ icu::UnicodeString toIcu(QStringView text)
 QString fromIcu(const icu::UnicodeString& text)
 {
     // Not fromUtf16(), which takes a leading U+FFFE for a byte order mark and swaps all that follows.
-    return { reinterpret_cast<const QChar*>(text.getBuffer()), text.length() };
+    return QString(reinterpret_cast<const QChar*>(text.getBuffer()), text.length());
 }
 
 // Full-width ASCII, half-width katakana and hangul, and the full-width signs: the code points whose only compatibility
