@@ -20,6 +20,7 @@ const char* const configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop/
 <busconfig>
   <type>session</type>
   <listen>unix:dir=%1</listen>
+  <servicedir>%1/services</servicedir>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>

@@ -31,7 +31,7 @@ private:
     QString m_output;
 };
 
-// A bus of the test's own, which starts no services. Ends with the object.
+// A bus of the test's own. Ends with the object.
 class PrivateBus
 {
 public:
@@ -44,6 +44,8 @@ public:
     // With this bus as the session's, and no other way to one.
     [[nodiscard]] QProcessEnvironment environment() const;
     [[nodiscard]] QString folder() const { return m_folder.path(); }
+    // The bus starts the services whose files lie here when it is made to read them again; none at first.
+    [[nodiscard]] QString serviceFolder() const { return m_folder.filePath(QStringLiteral("services")); }
 
 private:
     QTemporaryDir m_folder;
