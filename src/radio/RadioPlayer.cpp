@@ -109,10 +109,9 @@ bool RadioPlayer::canResumeInPlace() const
 void RadioPlayer::resumeInPlace()
 {
     m_wantsAudio = true;
-    m_state = Buffering{};
     m_services.player.play();
     armStallWatchdog();
-    publish();
+    setState(Buffering{});
 }
 
 void RadioPlayer::pause()

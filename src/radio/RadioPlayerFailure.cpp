@@ -58,6 +58,9 @@ void RadioPlayer::carryOut(const FailurePlan& plan, PlaybackFailure::Kind kind)
     std::visit([this, kind](const auto& wayOut) { carryOut(wayOut, kind); }, plan);
 }
 
+// Below, a timer is armed before the state is told: whoever hears of it may choose another station, which ends the
+// timer.
+
 void RadioPlayer::carryOut(const WaitForNetwork& wait, PlaybackFailure::Kind kind)
 {
     m_resumeWhenOnline = wait.resumeWhenOnline;
@@ -68,8 +71,8 @@ void RadioPlayer::carryOut(const SwitchToAlternate&, PlaybackFailure::Kind)
 {
     m_usingAlternateStream = true;
     m_failures = 0;
-    setState(Connecting{ 1, ReconnectPolicy::maxAttempts(m_services.repository.autoReconnect()) });
     retryAfter(ReconnectPolicy::alternateDelay, 1);
+    setState(Connecting{ 1, ReconnectPolicy::maxAttempts(m_services.repository.autoReconnect()) });
 }
 
 void RadioPlayer::carryOut(const SkipToNext&, PlaybackFailure::Kind)
@@ -79,8 +82,8 @@ void RadioPlayer::carryOut(const SkipToNext&, PlaybackFailure::Kind)
 
 void RadioPlayer::carryOut(const RetrySoon& retry, PlaybackFailure::Kind)
 {
-    setState(Connecting{ retry.attempt, retry.maxAttempts });
     retryAfter(retry.delay, retry.attempt);
+    setState(Connecting{ retry.attempt, retry.maxAttempts });
 }
 
 void RadioPlayer::carryOut(const RetryPatiently& retry, PlaybackFailure::Kind kind)
@@ -89,11 +92,11 @@ void RadioPlayer::carryOut(const RetryPatiently& retry, PlaybackFailure::Kind ki
     m_resumeWhenOnline = true;
     ++m_patientRetries;
     lowerQuality();
+    armPatientRetry(retry.delay);
     setState(Failed{ { kind, FailureMessages::retriesPatiently(stationName(), retry.delay) } });
     m_services.diagnostics.append(
         DiagnosticCategory::network, QStringLiteral("Nuovo tentativo tra %1 secondi (%2)")
                                          .arg(QString::number(retry.delay.count()), m_quality.label()));
-    armPatientRetry(retry.delay);
 }
 
 void RadioPlayer::carryOut(const StopForGood&, PlaybackFailure::Kind kind)

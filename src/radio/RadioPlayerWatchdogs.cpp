@@ -50,16 +50,16 @@ void RadioPlayer::soundRanDry()
 {
     if (!m_hasAudioSinceConnect)
         return;
-    if (!is<Buffering>(m_state)) {
-        m_services.diagnostics.append(DiagnosticCategory::network,
-            QStringLiteral("Buffer vuoto su %1: attendo (%2)").arg(stationName(), m_quality.label()));
-        // A line that ran dry has not been steady.
-        m_restoreTask.cancel();
-        // The now-playing display keeps saying that the radio plays: a moment's dryness is no news for it.
-        m_state = Buffering{};
-        announce();
-    }
     armStallWatchdog();
+    if (is<Buffering>(m_state))
+        return;
+    m_services.diagnostics.append(DiagnosticCategory::network,
+        QStringLiteral("Buffer vuoto su %1: attendo (%2)").arg(stationName(), m_quality.label()));
+    // A line that ran dry has not been steady.
+    m_restoreTask.cancel();
+    // The now-playing display keeps saying that the radio plays: a moment's dryness is no news for it.
+    m_state = Buffering{};
+    announce();
 }
 
 void RadioPlayer::soundStoppedByItself()

@@ -91,19 +91,6 @@ TEST_F(RadioPlayerFailureTest, aGiveUpIsLoggedWithItsReasonAndItsNextTry)
             u"network: Nuovo tentativo tra 15 secondi (qualità minima)"_s }));
 }
 
-TEST_F(RadioPlayerFailureTest, aGiveUpLowersTheQualityOnceMore)
-{
-    radio->play(uno, list);
-    hear();
-    // One failure after a sound, each with one step; the run that follows ends at the lowest tier.
-    fail(broken);
-    EXPECT_EQ(radio->quality().tier, 1);
-    repository.setAutoReconnect(true);
-    clock.advance(1s);
-    fail(gone);
-    EXPECT_EQ(radio->quality().tier, 1);
-}
-
 TEST_F(RadioPlayerFailureTest, patienceWakesANewRunOfFive)
 {
     radio->play(uno, list);

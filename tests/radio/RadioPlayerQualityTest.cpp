@@ -150,21 +150,6 @@ TEST_F(RadioPlayerLadderTest, anotherStationEndsTheTenMinutes)
     EXPECT_EQ(radio->quality().tier, 1);
 }
 
-TEST_F(RadioPlayerQualityTest, aGiveUpGoesDownOneRungMore)
-{
-    // Without a network failure in the run: the kinds that are final do not go down, the last one does so twice.
-    radio->play(uno, list);
-    fail(chainOf(u"http"_s, 404));
-    clock.advance(1s);
-    network.changed(true);
-    EXPECT_EQ(radio->quality().tier, 0);
-    for (int failure = 2; failure <= 4; ++failure) {
-        fail();
-        clock.advance(5s);
-    }
-    EXPECT_EQ(radio->quality().tier, 3);
-}
-
 TEST_F(RadioPlayerQualityTest, aStationWithoutASecondAddressStaysAtItsOwn)
 {
     radio->play(uno, list);

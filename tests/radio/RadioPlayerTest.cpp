@@ -357,8 +357,6 @@ TEST_F(RadioPlayerTest, resumeWithNothingKnownDoesNothing)
 
 TEST_F(RadioPlayerTest, resumeWithoutAStationBringsBackTheLastOne)
 {
-    defaults.setString(u"last_station"_s, due.id);
-    StationRepository remembering({ u"/stations.json"_s }, files, defaults, executor, broadcasts);
     fillCatalogue(list);
     repository.setLastPlayed(due.id);
     radio->resume();

@@ -80,7 +80,7 @@ TEST(StreamTitle, lengthIsCountedAfterTrimming)
 
 TEST(StreamTitle, lengthIsCountedInPerceivedCharacters)
 {
-    // One perceived character of two code points, the second outside the basic plane's ASCII; and a family of seven.
+    // Two code points each, and then two UTF-16 units each.
     const QString accented = u"e\u0301"_s.repeated(159);
     EXPECT_EQ(StreamTitle::parse(accented, u"Radio"_s), titleAlone(accented));
     const QString notes = u"\U0001F3B5"_s;
