@@ -29,7 +29,7 @@ function(velarin_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE velarin_flags)
 endfunction()
 
-# velarin_test(NAME SOURCES ... LINKS ... [LABELS ...] [TIMEOUT seconds] [RESOURCES ...] [WHOLE]): a test program; each
+# velarin_test(NAME SOURCES ... LINKS ... [LABELS label] [TIMEOUT seconds] [RESOURCES name] [WHOLE]): a test program; each
 # test of it is a test of ctest. A program whose tests share a sound server or a display runs them in one process: WHOLE.
 # Tests that name the same resource do not run side by side.
 function(velarin_test name)
@@ -39,12 +39,18 @@ function(velarin_test name)
     endif()
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} velarin_test_main velarin_flags)
+    # Only what has a value: an empty one is lost on the way to ctest, which then takes the next name for it.
+    set(properties TIMEOUT ${ARG_TIMEOUT})
+    if(ARG_LABELS)
+        list(APPEND properties LABELS "${ARG_LABELS}")
+    endif()
+    if(ARG_RESOURCES)
+        list(APPEND properties RESOURCE_LOCK "${ARG_RESOURCES}")
+    endif()
     if(ARG_WHOLE)
         add_test(NAME ${name} COMMAND ${name})
-        set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
-            RESOURCE_LOCK "${ARG_RESOURCES}")
+        set_tests_properties(${name} PROPERTIES ${properties})
     else()
-        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_TIMEOUT} LABELS "${ARG_LABELS}"
-            RESOURCE_LOCK "${ARG_RESOURCES}")
+        gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
     endif()
 endfunction()
