@@ -110,7 +110,7 @@ void LiveSession::outageEnded()
 
 void LiveSession::segmentListFound(const QUrl& url)
 {
-    qCInfo(liveLog) << "a list of segments:" << url.toDisplayString();
+    qCDebug(liveLog) << "a list of segments:" << url.toDisplayString();
     failToBegin(
         { { AudioErrorDomain::gstStream, GstError::streamCodecNotFound, QStringLiteral("a list of segments") } });
 }

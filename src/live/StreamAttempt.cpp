@@ -69,8 +69,10 @@ void StreamAttempt::bytesReceived(QByteArrayView bytes)
     (void)judge(BodyEnd::NotYet);
 }
 
-void StreamAttempt::ended(const AudioErrorChain& cause)
+void StreamAttempt::ended(const AudioErrorChain& told)
 {
+    // It may belong to the connection.
+    const AudioErrorChain cause = told;
     m_connection.reset();
     const bool cleanEnd = !cause.empty() && cause.front().domain == AudioErrorDomain::closed;
     const int hopsBefore = m_hopsAsked;
@@ -101,21 +103,27 @@ bool StreamAttempt::obey(const SniffedBody& body)
         return true;
     case BodyKind::Playlist:
         return followList();
-    case BodyKind::HlsPlaylist:
-        m_listener.segmentListFound(*this, m_head.url.isEmpty() ? m_hop.url : m_head.url);
+    case BodyKind::HlsPlaylist: {
+        const QUrl url = finalUrl();
+        m_listener.segmentListFound(*this, url);
         return false;
+    }
     case BodyKind::NotSound:
         return hopFailed(streamError(GstError::streamWrongType, QStringLiteral("the answer is no sound")));
     }
     return true;
 }
 
+QUrl StreamAttempt::finalUrl() const
+{
+    return m_head.url.isEmpty() ? m_hop.url : m_head.url;
+}
+
 bool StreamAttempt::followList()
 {
-    const QUrl base = m_head.url.isEmpty() ? m_hop.url : m_head.url;
     if (m_hop.depth >= deepestList)
         return hopFailed(streamError(GstError::streamTypeNotFound, QStringLiteral("lists within lists")));
-    const QList<QUrl> addresses = readPlaylist(m_first.sound, base);
+    const QList<QUrl> addresses = readPlaylist(m_first.sound, finalUrl());
     // A list within a list comes before the rest of the outer one.
     for (auto address = addresses.crbegin(); address != addresses.crend(); ++address)
         m_hops.push_front(Hop{ *address, m_hop.depth + 1 });
@@ -132,7 +140,9 @@ bool StreamAttempt::hopFailed(const AudioErrorChain& cause)
     if (m_firstCause.empty())
         m_firstCause = cause;
     if (m_hops.empty() || m_hopsAsked >= mostHops) {
-        m_listener.attemptEnded(*this, m_firstCause);
+        // The listener destroys this while it reads.
+        const AudioErrorChain firstCause = m_firstCause;
+        m_listener.attemptEnded(*this, firstCause);
         return false;
     }
     askNext();
@@ -141,7 +151,7 @@ bool StreamAttempt::hopFailed(const AudioErrorChain& cause)
 
 void StreamAttempt::beginSound(const SniffedBody& body)
 {
-    qCInfo(liveLog) << "sound from" << m_hop.url.toDisplayString() << "of type" << m_head.contentType;
+    qCDebug(liveLog) << "sound from" << m_hop.url.toDisplayString() << "of type" << m_head.contentType;
     m_sounds = true;
     m_listener.soundFound(*this, FoundSound{ body.format, m_head.claimedBitRate, body.start });
     give(std::exchange(m_first, {}));

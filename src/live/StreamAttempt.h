@@ -60,12 +60,14 @@ private:
 
     void headReceived(const StreamHead& head) override;
     void bytesReceived(QByteArrayView bytes) override;
-    void ended(const AudioErrorChain& cause) override;
+    void ended(const AudioErrorChain& told) override;
 
     void askNext();
     // False: the listener was told the last word, and may have destroyed this.
     [[nodiscard]] bool judge(BodyEnd end);
     [[nodiscard]] bool obey(const SniffedBody& body);
+    // After redirects.
+    [[nodiscard]] QUrl finalUrl() const;
     [[nodiscard]] bool followList();
     [[nodiscard]] bool hopFailed(const AudioErrorChain& cause);
     void beginSound(const SniffedBody& body);

@@ -66,9 +66,10 @@ void StreamSource::soundFound(StreamAttempt& attempt, const FoundSound& sound)
     m_sound = sound;
     m_receivedBefore = m_listener.soundReceivedSoFar();
     m_gaps = {};
+    m_lastArrival = m_loop.now();
+    m_inHandAtArrival = m_listener.soundInHand();
     m_titleInSearch.reset();
     m_searchLimit.cancel();
-    noteArrival();
     watchSilence(silenceAllowed());
     m_splice.reset();
     const bool mayJoin = m_stretch == sound.format && !m_tail.bytes().isEmpty();
@@ -84,11 +85,13 @@ void StreamSource::attemptGaveSound(StreamAttempt& attempt, QByteArrayView bytes
 {
     if (&attempt != m_current.get())
         return;
-    noteArrival();
+    m_lastArrival = m_loop.now();
+    m_gaps.arrived(m_lastArrival);
     if (m_splice)
         search(bytes);
     else
         pass(bytes);
+    m_inHandAtArrival = m_listener.soundInHand();
 }
 
 void StreamSource::attemptGaveTitle(StreamAttempt& attempt, const QString& title)
@@ -181,7 +184,7 @@ void StreamSource::endSearch()
     const bool joins = m_splice->verdict() == Splice::Verdict::Overlaps;
     const QByteArray onward = m_splice->onward();
     m_splice.reset();
-    qCInfo(liveLog) << "mended" << (joins ? "within the sound," : "behind the sound,") << onward.size() << "bytes on";
+    qCDebug(liveLog) << "mended" << (joins ? "within the sound," : "behind the sound,") << onward.size() << "bytes on";
     if (joins)
         m_sound.start = 0;
     else
@@ -200,13 +203,6 @@ void StreamSource::limitSearch()
         m_splice->giveUp();
         endSearch();
     });
-}
-
-void StreamSource::noteArrival()
-{
-    m_lastArrival = m_loop.now();
-    m_gaps.arrived(m_lastArrival);
-    m_inHandAtArrival = m_listener.soundInHand();
 }
 
 void StreamSource::watchSilence(Seconds within)
@@ -255,8 +251,8 @@ void StreamSource::breakOff(const AudioErrorChain& cause, Mending mending)
 {
     m_outage = Outage{ .cause = cause, .mending = mending };
     m_isOut = true;
-    qCInfo(liveLog) << "sound broke off:" << (cause.empty() ? QStringLiteral("silence") : cause.front().text)
-                    << (mending == Mending::Yes ? "asking again" : "not asking again");
+    qCDebug(liveLog) << "sound broke off:" << (cause.empty() ? QStringLiteral("silence") : cause.front().text)
+                     << (mending == Mending::Yes ? "asking again" : "not asking again");
     m_listener.outageBegan(cause, mending);
     planNextAsk();
 }

@@ -61,7 +61,6 @@ private:
     void limitSearch();
 
     // Silence.
-    void noteArrival();
     void watchSilence(Seconds within);
     void lookForSilence();
     [[nodiscard]] Seconds silenceAllowed() const;
