@@ -62,6 +62,8 @@ private:
     static void soundFound(GstElement* search, GstPad* pad, gpointer self);
     static void songBegan(GstElement* demultiplexer, GstPad* pad, gpointer self);
     static void songEnded(GstElement* demultiplexer, GstPad* pad, gpointer self);
+    static GstPadProbeReturn searchEnds(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    static GstPadProbeReturn searchEnded(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn capsDecoded(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn soundPassed(GstPad* pad, GstPadProbeInfo* info, gpointer self);
 

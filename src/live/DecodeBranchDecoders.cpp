@@ -117,6 +117,27 @@ void DecodeBranch::buildSearch()
         return;
     g_signal_connect(search, "pad-added", G_CALLBACK(&soundFound), this);
     gst_element_link(m_source, search);
+    GstPad* input = gst_element_get_static_pad(m_source, "src");
+    gst_pad_add_probe(input, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, &searchEnds, this, nullptr);
+    gst_object_unref(input);
+}
+
+// A search that found nothing keeps the end to itself. When the end has gone through it, it is asked.
+GstPadProbeReturn DecodeBranch::searchEnds(GstPad* pad, GstPadProbeInfo* info, gpointer self)
+{
+    if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_EOS)
+        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_IDLE, &searchEnded, self, nullptr);
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn DecodeBranch::searchEnded(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer self)
+{
+    auto& branch = *static_cast<DecodeBranch*>(self);
+    GstPad* decoded = gst_element_get_static_pad(branch.m_convert, "sink");
+    if (!gst_pad_is_linked(decoded))
+        branch.failWithoutSound(branch.m_pushed);
+    gst_object_unref(decoded);
+    return GST_PAD_PROBE_REMOVE;
 }
 
 void DecodeBranch::soundFound(GstElement* /*search*/, GstPad* pad, gpointer self)
