@@ -223,6 +223,16 @@ TEST_F(MprisTest, theNameIsGivenBackAtTheEnd)
     EXPECT_FALSE(desktop.interface()->isServiceRegistered(QStringLiteral("org.mpris.MediaPlayer2.velarin")).value());
 }
 
+TEST_F(MprisTest, aBusThatEndsDoesNotEndTheProgram)
+{
+    bus.stop();
+    ASSERT_TRUE(waitUntil([this] { return !desktop.isConnected(); }));
+    controls->publish(radio(), NowPlayingState::Playing);
+    controls->publish(std::nullopt, NowPlayingState::Stopped);
+    controls.reset();
+    SUCCEED() << "the process is still there";
+}
+
 TEST(MprisControlsTest, withoutABusNothingIsShownAndNothingFails)
 {
     FakeClock clock;

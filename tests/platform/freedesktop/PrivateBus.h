@@ -41,6 +41,8 @@ public:
     [[nodiscard]] const QString& address() const { return m_address; }
     // A connection of its own at each call.
     [[nodiscard]] QDBusConnection connect();
+    // Ends the bus while connections are open.
+    void stop() { m_daemon.reset(); }
     // With this bus as the session's, and no other way to one.
     [[nodiscard]] QProcessEnvironment environment() const;
     [[nodiscard]] QString folder() const { return m_folder.path(); }
