@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 
@@ -28,9 +29,14 @@ public:
     [[nodiscard]] virtual Task after(std::chrono::nanoseconds delay, std::function<void()> fire) = 0;
 };
 
-// Seconds as the formats and interfaces have them, to be handed to after().
+// Seconds as the formats and interfaces have them, to be handed to after(). A file may say any number: what is no
+// number counts as zero, and beyond 285 years, where nanoseconds end, nothing is told apart.
 [[nodiscard]] constexpr std::chrono::nanoseconds fromSeconds(double seconds)
 {
+    constexpr double most = 9.0e9;
+    if (seconds != seconds)
+        return std::chrono::nanoseconds(0);
+    seconds = std::clamp(seconds, -most, most);
     return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::duration<double>(seconds));
 }
 
