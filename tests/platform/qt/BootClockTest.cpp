@@ -12,6 +12,7 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <random>
 #include <vector>
@@ -183,6 +184,15 @@ TEST_F(BootClockTest, aDelayLongerThanTheClockCanCountIsForEver)
     const Task task = clock->after(nanoseconds::max(), [this] { ++fired; });
     passTime(20ms);
     EXPECT_EQ(fired, 0);
+}
+
+TEST(FromSecondsTest, anyNumberThatAFileMaySayIsADuration)
+{
+    EXPECT_EQ(fromSeconds(1.5), 1500ms);
+    EXPECT_EQ(fromSeconds(-0.4), -400ms);
+    EXPECT_EQ(fromSeconds(std::numeric_limits<double>::quiet_NaN()), 0ns);
+    EXPECT_GT(fromSeconds(1.0e300), 200 * 365 * 24h);
+    EXPECT_LT(fromSeconds(-std::numeric_limits<double>::infinity()), -200 * 365 * 24h);
 }
 
 TEST_F(BootClockTest, aThousandTimersInRandomOrderFireSortedAndTakeOneDescriptor)
