@@ -15,7 +15,7 @@ constexpr double hop = 0.01;
 // Under this mean power a hop is silent: about -54 dB.
 constexpr double silencePower = 4e-6;
 // Smaller deviations are the ear's own.
-constexpr double smallestJump = 0.03;
+constexpr double smallestJump = 0.025;
 // Tones lie under 4,600 Hz.
 constexpr int decimation = 4;
 
@@ -120,17 +120,18 @@ void measureJumps(const std::vector<Mark>& marks, EarReport& report)
         return;
     double level = marks.front().offset();
     for (std::size_t index = 1; index < marks.size(); ++index) {
-        const double deviation = marks[index].offset() - level;
-        if (std::abs(deviation) < smallestJump) {
-            level += 0.2 * deviation;
+        if (std::abs(marks[index].offset() - level) < smallestJump) {
+            level += 0.1 * (marks[index].offset() - level);
             continue;
         }
-        // One stray mark is a slip of the ear.
-        if (index + 1 < marks.size() && std::abs(marks[index + 1].offset() - marks[index].offset()) > smallestJump)
+        // The step in which it happens is cut, and its mark is not quite where it belongs: the next one tells.
+        const Mark& next = marks[std::min(index + 1, marks.size() - 1)];
+        const double jump = next.offset() - level;
+        if (std::abs(jump) < smallestJump)
             continue;
-        report.jumps.push_back({ marks[index].recorded, deviation });
-        (deviation > 0 ? report.lost : report.repeated) += std::abs(deviation);
-        level = marks[index].offset();
+        report.jumps.push_back({ marks[index].recorded, jump });
+        (jump > 0 ? report.lost : report.repeated) += std::abs(jump);
+        level = next.offset();
     }
 }
 
