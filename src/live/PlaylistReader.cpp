@@ -12,6 +12,7 @@
 namespace velarin::live {
 namespace {
 
+const QString plsHeader = QStringLiteral("[playlist]");
 const QString fileKey = QStringLiteral("file");
 
 QStringList linesOf(QByteArrayView bytes)
@@ -57,7 +58,8 @@ QStringList entriesOf(QByteArrayView bytes)
 {
     const QStringList lines = linesOf(bytes);
     const QMap<int, QString> numbered = numberedEntries(lines);
-    return numbered.isEmpty() ? plainEntries(lines) : QStringList(numbered.values());
+    const bool isPls = !numbered.isEmpty() || lines.value(0).startsWith(plsHeader, Qt::CaseInsensitive);
+    return isPls ? QStringList(numbered.values()) : plainEntries(lines);
 }
 
 }

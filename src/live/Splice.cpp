@@ -17,7 +17,7 @@ constexpr int valuesOfSound = 32;
 constexpr qsizetype silenceSize = 1024;
 constexpr int valuesOfSilence = 4;
 // Each byte is read up to three times: well under a tenth of a second.
-constexpr qint64 workLimit = 32 * 1024 * 1024;
+constexpr qint64 workLimit = 16 * 1024 * 1024;
 constexpr QByteArrayView oggPage("OggS");
 
 int differentBytes(QByteArrayView bytes)
@@ -112,7 +112,7 @@ bool Splice::isOverlapEndingAt(qsizetype end)
     const qsizetype length = lengthOfMatchEndingAt(end);
     QByteArrayView match = QByteArrayView(m_burst).sliced(end - length, length);
     if (length < std::min(m_tail.size(), end)) {
-        const qsizetype page = match.indexOf(oggPage);
+        const qsizetype page = indexOf(oggPage, match, 0);
         match = page < 0 ? QByteArrayView() : match.sliced(page);
     }
     return isTelling(match);
