@@ -16,7 +16,7 @@ namespace {
 Q_LOGGING_CATEGORY(pathsLog, "com.brenholt.velarin.paths", QtInfoMsg)
 
 const QString migratedKey = QStringLiteral("migrated_from_lumarin");
-constexpr qint64 maxSettingsBytes = 8 * 1024 * 1024;
+constexpr qint64 maxSettingsBytes = 8LL * 1024 * 1024;
 
 QString lastComponent(const QString& path)
 {
@@ -70,7 +70,7 @@ void migrateSettings(const QString& formerPath, Files& files, Defaults& defaults
 
 Paths migrate(const BaseFolders& folders, Files& files, Defaults& defaults)
 {
-    const Paths paths{ folders.data + QStringLiteral("/Velarin"), folders.cache + QStringLiteral("/Velarin") };
+    Paths paths{ folders.data + QStringLiteral("/Velarin"), folders.cache + QStringLiteral("/Velarin") };
     moveOver(files, folders.data + QStringLiteral("/Ardevox"), paths.support, QStringLiteral("dati"));
     files.makeFolder(paths.support);
     moveOver(files, folders.data + QStringLiteral("/alarms.json"), paths.support + QStringLiteral("/alarms.json"),

@@ -9,7 +9,7 @@ namespace velarin {
 
 namespace {
 
-constexpr qint64 maxBundledBytes = 8 * 1024 * 1024;
+constexpr qint64 maxBundledBytes = 8LL * 1024 * 1024;
 
 // How many of the most listened stations make a queue.
 constexpr qsizetype queueLimit = 50;
@@ -103,13 +103,13 @@ QList<Station> StationRepository::recentStations(qsizetype limit) const
 
 QList<Station> StationRepository::neighbours(const Station& station) const
 {
-    const QList<Station> favorites = favoriteStations();
+    QList<Station> favorites = favoriteStations();
     if (StationLists::indexOf(favorites, station.id))
         return favorites;
     // A foreign station's neighbours are those of its country, never Italian ones.
     if (station.isWorld())
         return {};
-    const QList<Station> mostListened = popular(queueLimit);
+    QList<Station> mostListened = popular(queueLimit);
     return StationLists::indexOf(mostListened, station.id) ? mostListened : sortedCache();
 }
 

@@ -12,7 +12,7 @@ namespace velarin {
 
 namespace {
 
-constexpr qint64 maxFileBytes = 8 * 1024 * 1024;
+constexpr qint64 maxFileBytes = 8LL * 1024 * 1024;
 constexpr qsizetype maxEvents = 400;
 constexpr std::chrono::seconds saveDelay{ 1 };
 constexpr std::chrono::seconds heartbeatInterval{ 300 };
