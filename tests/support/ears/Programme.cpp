@@ -8,9 +8,11 @@
 #include <gst/app/gstappsink.h>
 #include <gst/app/gstappsrc.h>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <span>
 
 namespace velarin::test {
 namespace {
@@ -73,6 +75,14 @@ QByteArray pullAll(GstElement* sink)
     return bytes;
 }
 
+void pushPiece(GstElement* source, std::span<const float> samples, std::size_t at, int rate)
+{
+    GstBuffer* buffer = gst_buffer_new_memdup(samples.data(), samples.size_bytes());
+    GST_BUFFER_PTS(buffer) = gst_util_uint64_scale(at, GST_SECOND, static_cast<guint64>(rate));
+    GST_BUFFER_DURATION(buffer) = gst_util_uint64_scale(samples.size(), GST_SECOND, static_cast<guint64>(rate));
+    gst_app_src_push_buffer(GST_APP_SRC(source), buffer);
+}
+
 QByteArray encode(const QByteArray& pipelineText, const std::vector<float>& samples, int rate)
 {
     gst_init(nullptr, nullptr);
@@ -81,11 +91,11 @@ QByteArray encode(const QByteArray& pipelineText, const std::vector<float>& samp
         return {};
     GstElement* source = gst_bin_get_by_name(GST_BIN(pipeline), "in");
     GstElement* sink = gst_bin_get_by_name(GST_BIN(pipeline), "out");
-    GstBuffer* buffer = gst_buffer_new_memdup(samples.data(), samples.size() * sizeof(float));
-    GST_BUFFER_PTS(buffer) = 0;
-    GST_BUFFER_DURATION(buffer) = gst_util_uint64_scale(samples.size(), GST_SECOND, static_cast<guint64>(rate));
     gst_element_set_state(pipeline, GST_STATE_PLAYING);
-    gst_app_src_push_buffer(GST_APP_SRC(source), buffer);
+    // In pieces: libvorbis takes a whole buffer on its stack.
+    const auto piece = static_cast<std::size_t>(rate);
+    for (std::size_t at = 0; at < samples.size(); at += piece)
+        pushPiece(source, std::span(samples).subspan(at, std::min(piece, samples.size() - at)), at, rate);
     gst_app_src_end_of_stream(GST_APP_SRC(source));
     const QByteArray bytes = pullAll(sink);
     gst_element_set_state(pipeline, GST_STATE_NULL);
