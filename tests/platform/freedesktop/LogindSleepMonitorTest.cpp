@@ -23,8 +23,8 @@ protected:
                                  events << QStringLiteral("sleep");
                                  delay = std::move(newDelay);
                              },
-            .didWake = [this] { events << QStringLiteral("wake"); },
-            .willShutDown = [this] { events << QStringLiteral("shutdown"); } });
+            .didWake = [this] { events << QStringLiteral("wake"); } });
+        monitor->setShutDownHandler([this] { events << QStringLiteral("shutdown"); });
     }
 
     // The delay locks that logind counts, by what they delay.
@@ -44,6 +44,7 @@ protected:
             list.endStructure();
             whats << what + u':' + who + u':' + mode;
         }
+        list.endArray();
         whats.sort();
         return whats.join(u' ');
     }
@@ -139,9 +140,8 @@ TEST_F(LogindSleepMonitorTest, aSleepBeforeTheLockWasGivenIsToldAllTheSame)
     ASSERT_TRUE(silent.isReady());
     LogindSleepMonitor unlocked(otherBus.connect());
     bool hasSlept = false;
-    unlocked.start({ .willSleep = [&](const SleepMonitor::SleepDelay& given) { hasSlept = given != nullptr; },
-        .didWake = {},
-        .willShutDown = {} });
+    unlocked.start(
+        { .willSleep = [&](const SleepMonitor::SleepDelay& given) { hasSlept = given != nullptr; }, .didWake = {} });
     silent.emitSignal(QStringLiteral("PrepareForSleep"), QStringLiteral("b"), { true });
     EXPECT_TRUE(waitUntil([&] { return hasSlept; }));
 }

@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <thread>
+
 namespace velarin::test {
 
 class MprisArtworkTest : public testing::Test
@@ -150,19 +152,15 @@ TEST_F(MprisTest, nothingIsLeftOfAPictureThatIsUnderWayAtTheEnd)
 {
     NowPlaying item = radio();
     item.artwork = picture(Qt::red).scaled(2000, 2000);
-    for (int run = 0; run < 20; ++run) {
-        controls.reset();
-        controls = std::make_unique<MprisControls>(bus.connect(), clock, executor, artworkFolder);
-        controls->publish(item, NowPlayingState::Playing);
-    }
     controls.reset();
-    bool isDone = false;
-    // The pool's two threads have gone on to this when the former jobs are done.
-    const Task first = runOn(
-        executor, [] { return 0; }, [](int) {});
-    const Task last = runOn(
-        executor, [] { return 0; }, [&](int) { isDone = true; });
-    ASSERT_TRUE(waitUntil([&] { return isDone; }));
+    auto pool = std::make_unique<PoolExecutor>(2);
+    for (int run = 0; run < 20; ++run) {
+        MprisControls passing(bus.connect(), clock, *pool, artworkFolder);
+        passing.publish(item, NowPlayingState::Playing);
+        std::this_thread::sleep_for(std::chrono::milliseconds(run));
+    }
+    // Waits for the jobs.
+    pool.reset();
     EXPECT_FALSE(QDir(artworkFolder).exists());
 }
 

@@ -230,7 +230,6 @@ TEST_F(MprisTest, aBusThatEndsDoesNotEndTheProgram)
     controls->publish(radio(), NowPlayingState::Playing);
     controls->publish(std::nullopt, NowPlayingState::Stopped);
     controls.reset();
-    SUCCEED() << "the process is still there";
 }
 
 TEST(MprisControlsTest, withoutABusNothingIsShownAndNothingFails)

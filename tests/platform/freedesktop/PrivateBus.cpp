@@ -117,9 +117,11 @@ QProcessEnvironment PrivateBus::environment() const
 
 QDBusMessage answerTo(QDBusConnection bus, const QDBusMessage& call)
 {
-    const QDBusPendingCall pending = bus.asyncCall(call, 5000);
-    const QDBusPendingCallWatcher watcher(pending);
-    [[maybe_unused]] const bool isAnswered = waitUntil([&] { return watcher.isFinished(); });
+    const QDBusPendingCallWatcher watcher(bus.asyncCall(call, 5000));
+    // Its signal, not isFinished(), which turns true before earlier signals of the bus have been delivered.
+    bool isAnswered = false;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &watcher, [&] { isAnswered = true; });
+    [[maybe_unused]] const bool isInTime = waitUntil([&] { return isAnswered; });
     return watcher.reply();
 }
 

@@ -29,6 +29,13 @@ TEST(SessionBusTest, theAddressOfTheEnvironmentIsTaken)
     EXPECT_EQ(sessionBusAddress(environmentWith(QStringLiteral("unix:path=/x"), {})), QStringLiteral("unix:path=/x"));
 }
 
+// Each test connects anew: a connection that failed would keep its name.
+class SessionBusConnectionTest : public testing::Test
+{
+protected:
+    void TearDown() override { QDBusConnection::disconnectFromBus(QStringLiteral("velarin-session")); }
+};
+
 TEST(SessionBusTest, withoutItTheSocketOfTheRuntimeFolderIsTakenIfItIsThere)
 {
     const QTemporaryDir folder;
@@ -61,16 +68,15 @@ TEST(SessionBusTest, aBusIsNeverLaunched)
         QStringLiteral("unix:path=/x"));
 }
 
-TEST(SessionBusTest, anAddressThatNobodyServesGivesNoConnection)
+TEST_F(SessionBusConnectionTest, anAddressThatNobodyServesGivesNoConnection)
 {
     EXPECT_FALSE(connectToSessionBus(environmentWith(QStringLiteral("unix:path=/nowhere/bus"), {})).isConnected());
 }
 
-TEST(SessionBusTest, itConnectsToTheBusThatIsThere)
+TEST_F(SessionBusConnectionTest, itConnectsToTheBusThatIsThere)
 {
     const PrivateBus bus;
     EXPECT_TRUE(connectToSessionBus(bus.environment()).isConnected());
-    QDBusConnection::disconnectFromBus(QStringLiteral("velarin-session"));
 }
 
 }
