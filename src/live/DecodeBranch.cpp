@@ -109,9 +109,12 @@ void DecodeBranch::decideRate(const GstCaps* decoded)
 GstPadProbeReturn DecodeBranch::soundPassed(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer self)
 {
     auto& branch = *static_cast<DecodeBranch*>(self);
+    // Not even its end: concat would keep the thread until the turn of a branch that is gone.
+    if (branch.m_silenced)
+        return GST_PAD_PROBE_DROP;
     if ((GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) != 0) {
         branch.countSound(info);
-        return branch.m_silenced ? GST_PAD_PROBE_DROP : GST_PAD_PROBE_OK;
+        return GST_PAD_PROBE_OK;
     }
     GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
     if (GST_EVENT_TYPE(event) == GST_EVENT_TAG)

@@ -50,7 +50,7 @@ public:
     void end();
     [[nodiscard]] bool hasBytes() const { return m_pushed > 0; }
 
-    // From now on its sound is thrown away.
+    // From now on nothing more leaves it.
     void silence() { m_silenced = true; }
     // Calls `idle` when its thread is out of what follows the branch: at once, or later on that thread.
     void whenIdle(std::function<void()> idle);

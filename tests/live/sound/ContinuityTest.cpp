@@ -215,6 +215,22 @@ TEST_F(ContinuityTest, soundBeginsSoonAfterPlay)
     EXPECT_NEAR(toldAt, *report.firstSound, 0.08);
 }
 
+TEST_F(ContinuityTest, aNewPipelineSoundsSoonAfterItsFirstBytes)
+{
+    const QByteArray sound = mp3(1.0);
+    live::GstSoundPipelineFactory factory(loop, selection);
+    const double askedAt = ear->now();
+    pipeline = factory.make(feeder);
+    feeder.attach(*pipeline);
+    const auto branch = open(live::SoundFormat::Mpeg);
+    pipeline->play();
+    feeder.give(branch, sound, true);
+    ASSERT_TRUE(untilDry());
+    const EarReport report = heardSoFar();
+    RecordProperty("millisecondsToSound", static_cast<int>((*report.firstSound - askedAt) * 1000));
+    EXPECT_LT(*report.firstSound - askedAt, 0.2);
+}
+
 TEST_F(ContinuityTest, theDeviceHoldsLessThanAQuarterOfASecond)
 {
     const auto branch = open(live::SoundFormat::Mpeg);

@@ -105,6 +105,22 @@ TEST_F(FaultTest, aPausedPipelineLosesAFailedBranchWithoutHanging)
     EXPECT_NEAR(heardSoFar().heard, 2.0, 0.1);
 }
 
+TEST_F(FaultTest, aBranchThatFailsBetweenTwoOthersHoldsNothingUp)
+{
+    const auto first = open(live::SoundFormat::Mpeg);
+    const auto bad = open(live::SoundFormat::Flac);
+    const auto last = open(live::SoundFormat::Mpeg);
+    feeder.give(first, Programme{ .length = 1.0 }.encoded(), true);
+    feeder.give(bad, Programme{ .codec = Codec::Flac, .length = 1.0 }.encoded().left(100) + noise(3000), true);
+    feeder.give(last, Programme{ .from = 1.0, .length = 1.0 }.encoded(), true);
+    pipeline->play();
+    ASSERT_TRUE(until([this] { return feeder.finished.size() == 2; }));
+    ASSERT_TRUE(untilDry());
+    EXPECT_EQ(feeder.failures.count(bad), 1U);
+    const EarReport report = heardSoFar();
+    EXPECT_EQ(report.secondsHeard, (std::vector<int>{ 0, 1 }));
+}
+
 TEST_F(FaultTest, soundThatNobodyNamedIsFound)
 {
     const auto branch = open(live::SoundFormat::Other);
