@@ -18,14 +18,15 @@ public:
         // The machine is about to sleep, and does so when the last copy of the delay is gone.
         std::function<void(SleepDelay)> willSleep;
         std::function<void()> didWake;
-        // The machine is about to shut down or restart: the program quits in order.
-        std::function<void()> willShutDown;
     };
 
     virtual ~SleepMonitor() = default;
 
     // Called once. Without a service that knows (no logind) nothing is ever told.
     virtual void start(Handlers handlers) = 0;
+
+    // The machine is about to shut down or restart: the program quits in order. Told only after start().
+    virtual void setShutDownHandler(std::function<void()> willShutDown) = 0;
 };
 
 }

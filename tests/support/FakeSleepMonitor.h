@@ -9,6 +9,7 @@ class FakeSleepMonitor final : public SleepMonitor
 {
 public:
     void start(Handlers newHandlers) override { handlers = std::move(newHandlers); }
+    void setShutDownHandler(std::function<void()> handler) override { willShutDown = std::move(handler); }
 
     // Tells the sleep and answers with the delay's life: false once everybody has let go of it.
     std::function<bool()> sleep()
@@ -20,6 +21,7 @@ public:
     }
 
     Handlers handlers;
+    std::function<void()> willShutDown;
 };
 
 }

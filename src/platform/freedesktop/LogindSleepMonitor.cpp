@@ -76,8 +76,8 @@ void LogindSleepMonitor::prepareForShutdown(bool isComing)
     if (isComing == m_isShuttingDown)
         return;
     m_isShuttingDown = isComing;
-    if (isComing && m_handlers.willShutDown)
-        m_handlers.willShutDown();
+    if (isComing && m_willShutDown)
+        m_willShutDown();
 }
 
 void LogindSleepMonitor::takeSleepLock()

@@ -14,7 +14,7 @@ namespace velarin {
 // 1. start() listens and takes two delay locks, one on sleep and one on shutdown.
 // 2. Before a sleep the sleep lock goes to the handler: the machine sleeps when the handler's last copy is gone.
 // 3. After waking didWake() is told and a new sleep lock is taken.
-// 4. The shutdown lock lives as long as this object, so that the quit that willShutDown() starts can finish.
+// 4. The shutdown lock lives as long as this object, so that the quit that the shut-down handler starts can finish.
 //
 // No call waits for an answer. Where a lock could not be had, the events are told all the same, and nothing is delayed.
 class LogindSleepMonitor final : public QObject, public SleepMonitor
@@ -26,6 +26,7 @@ public:
     explicit LogindSleepMonitor(const QDBusConnection& systemBus);
 
     void start(Handlers handlers) override;
+    void setShutDownHandler(std::function<void()> willShutDown) override { m_willShutDown = std::move(willShutDown); }
 
 private Q_SLOTS:
     void prepareForSleep(bool isComing);
@@ -40,6 +41,7 @@ private:
 
     QDBusConnection m_bus;
     Handlers m_handlers;
+    std::function<void()> m_willShutDown;
     bool m_isAsleep{ false };
     bool m_isShuttingDown{ false };
     // Null until logind has answered, and while the machine sleeps.
