@@ -260,7 +260,7 @@ void StreamSource::breakOff(const AudioErrorChain& cause, Mending mending)
 void StreamSource::goOnAsking(const AudioErrorChain& cause)
 {
     if (!m_outage)
-        m_outage.emplace();
+        m_outage = Outage{};
     // Silence was only a guess at what has now happened to that connection.
     if (m_outage->cause.empty() && !m_isAnswer)
         m_outage->cause = cause;
