@@ -82,7 +82,8 @@ void takeScreenshot(OfflineProgram& program, const ScreenshotWish& wish)
 {
     program.level.setUser(0.72F);
     program.repository.ensureLoaded([&program, wish] {
-        program.screens.window()->resize(wish.size);
+        // In the corner, away from the pointer.
+        program.screens.window()->setGeometry(QRect(QPoint(0, 0), wish.size));
         program.screens.window()->requestActivate();
         markFavorites(program);
         if (startsAStation(wish.state))

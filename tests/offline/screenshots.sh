@@ -7,7 +7,7 @@ mkdir -p "$out"
 
 runtime=$(mktemp -d)
 chmod 700 "$runtime"
-Xvfb -displayfd 3 -screen 0 1920x1200x24 -nolisten tcp 3>"$runtime/display" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 3200x2000x24 -nolisten tcp 3>"$runtime/display" 2>/dev/null &
 server=$!
 trap 'kill $server; rm -rf "$runtime"' EXIT
 while [ ! -s "$runtime/display" ]; do sleep 0.1; done

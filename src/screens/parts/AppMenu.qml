@@ -7,18 +7,31 @@ T.Menu {
     id: root
 
     // A menu takes its width from its rows only when it is told to.
-    function widest(): real {
-        let width = 0;
+    function fit() {
+        let width = 168;
         for (let row = 0; row < root.count; ++row)
             width = Math.max(width, root.itemAt(row).implicitWidth);
-        return width;
+        root.contentItem.implicitWidth = Math.ceil(width);
+    }
+    function openAt(item: Item, x: real, y: real) {
+        root.fit();
+        root.popup(item, x, y);
+    }
+    // Right edges on one line.
+    function openUnder(item: Item) {
+        root.fit();
+        root.popup(item, item.width - root.implicitWidth, item.height + 6);
+    }
+    function openAbove(item: Item) {
+        root.fit();
+        root.popup(item, item.width - root.implicitWidth, -root.implicitHeight - 8);
     }
 
     margins: 8
     padding: 6
-    implicitWidth: Math.max(180, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    onAboutToShow: contentItem.implicitWidth = widest()
+    onCountChanged: if (visible) root.fit()
 
     contentItem: ListView {
         implicitHeight: contentHeight
@@ -38,7 +51,6 @@ T.Menu {
         ShadowBox {
             z: -1
             step: "pop"
-            reach: 40
             corner: 14
         }
     }

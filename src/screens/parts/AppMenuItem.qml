@@ -8,9 +8,8 @@ T.MenuItem {
 
     property string symbol: ""
     property string keys: ""
-    readonly property color ink: highlighted ? "#FFFFFF" : Theme.text
 
-    implicitWidth: 24 + (symbol === "" ? 0 : 26) + words.implicitWidth + (keys === "" ? 0 : 32 + hint.implicitWidth)
+    implicitWidth: contentItem.implicitWidth
     implicitHeight: visible ? 32 : 0
     hoverEnabled: true
     Accessible.role: Accessible.MenuItem
@@ -24,32 +23,10 @@ T.MenuItem {
         radius: 7
         color: root.highlighted ? Theme.accentFill : "transparent"
     }
-    contentItem: Item {
-        Icon {
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: root.symbol
-            side: 15
-            ink: root.highlighted ? root.ink : Theme.text2
-        }
-        AppText {
-            id: words
-
-            anchors { left: parent.left; leftMargin: root.symbol === "" ? 12 : 38; right: hint.left; rightMargin: 12 }
-            height: parent.height
-            text: root.text
-            color: root.ink
-            Accessible.ignored: true
-        }
-        AppText {
-            id: hint
-
-            anchors { right: parent.right; rightMargin: 12 }
-            height: parent.height
-            text: root.keys
-            font: Theme.foot
-            color: root.highlighted ? root.ink : Theme.text2
-            Accessible.ignored: true
-        }
+    contentItem: AppMenuRow {
+        symbol: root.symbol
+        text: root.text
+        keys: root.keys
+        highlighted: root.highlighted
     }
 }

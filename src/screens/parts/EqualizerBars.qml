@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 // Four bars that move with the clock alone: no level is measured anywhere. They are drawn ten times a second, only while
@@ -40,10 +42,11 @@ Item {
         delegate: Rectangle {
             required property int index
 
-            x: index * 1.7 * root.barWidth
+            // On whole pixels, so that the four stand on one edge.
+            x: Math.round(index * 1.7 * root.barWidth)
             y: root.height - height
             width: root.barWidth
-            height: root.height * root.share(index)
+            height: Math.round(root.height * root.share(index))
             radius: root.barWidth / 2
             color: root.color
         }

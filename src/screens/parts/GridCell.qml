@@ -12,7 +12,7 @@ Item {
     required property string spoken
     required property bool favorite
     required property bool current
-    required property bool onAir
+    required property bool airing
     required property bool hasHomepage
     property int tileSide: 140
     property bool focusShown: false
@@ -22,9 +22,6 @@ Item {
     signal favoriteToggled()
     signal menuRequested(real x, real y)
 
-    width: GridView.view ? GridView.view.cellWidth : 0
-    height: GridView.view ? GridView.view.cellHeight : 0
-
     StationTile {
         x: Theme.gutter + Math.round(root.x) - root.x
         width: root.tileSide
@@ -33,7 +30,7 @@ Item {
         spoken: root.spoken
         favorite: root.favorite
         current: root.current
-        onAir: root.onAir
+        airing: root.airing
         focusShown: root.focusShown
         onPressed: root.pressed()
         onPlayed: root.played()

@@ -13,6 +13,7 @@ Image {
     height: side
     // An id cannot hold the "#" of a colour.
     source: root.symbol === "" ? "" : "image://symbol/" + root.symbol + "/" + String(root.ink).slice(1)
-    sourceSize: Qt.size(Math.round(side * Screen.devicePixelRatio), Math.round(side * Screen.devicePixelRatio))
+    sourceSize.width: Math.round(side * Screen.devicePixelRatio)
+    sourceSize.height: Math.round(side * Screen.devicePixelRatio)
     Accessible.ignored: true
 }

@@ -13,6 +13,7 @@ Image {
     asynchronous: true
     source: width > 0 ? "image://monogram/" + Math.round(corner * Screen.devicePixelRatio) + "/"
         + encodeURIComponent(name) : ""
-    sourceSize: Qt.size(Math.round(width * Screen.devicePixelRatio), Math.round(width * Screen.devicePixelRatio))
+    sourceSize.width: Math.round(width * Screen.devicePixelRatio)
+    sourceSize.height: Math.round(width * Screen.devicePixelRatio)
     Accessible.ignored: true
 }

@@ -5,11 +5,12 @@ import QtQuick
 BorderImage {
     id: root
 
-    // "art", "pop" or "bar", and how far that shadow reaches beyond the item.
+    // "art", "pop" or "bar".
     required property string step
-    required property int reach
     property int corner: 14
-    readonly property int patch: reach + corner
+    // How far the shadow reaches beyond the item, and what of it the patches hold within.
+    readonly property int reach: step === "pop" ? 40 : step === "art" ? 4 : 3
+    readonly property int patch: reach + corner + (step === "pop" ? 7 : 0)
 
     anchors.fill: parent
     anchors.margins: -reach

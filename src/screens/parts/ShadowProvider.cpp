@@ -33,11 +33,18 @@ void blurLine(const Alphas& from, Alphas& to, int start, int step, int side, int
     }
 }
 
-// Three box blurs come within a few percent of a Gaussian one.
+// Three box blurs come within a few percent of a Gaussian one, and reach three radii.
+constexpr int passes = 3;
+
+int blurRadius(const Shadow& shadow)
+{
+    return std::max(1, shadow.blur / passes);
+}
+
 void blur(Alphas& alphas, int side, int radius)
 {
     Alphas between(alphas.size());
-    for (int pass = 0; pass < 3; ++pass) {
+    for (int pass = 0; pass < passes; ++pass) {
         for (int line = 0; line < side; ++line)
             blurLine(alphas, between, line * side, 1, side, radius);
         for (int line = 0; line < side; ++line)
@@ -98,15 +105,19 @@ std::optional<Shadow> shadow(QStringView step, bool dark)
 
 int reach(const Shadow& shadow)
 {
-    return shadow.blur + shadow.offset;
+    return passes * blurRadius(shadow) + shadow.offset;
+}
+
+int patchBorder(const Shadow& shadow, int corner)
+{
+    return reach(shadow) + corner + shadow.blur / 4;
 }
 
 QImage shadowPatch(const Shadow& shadow, int corner)
 {
-    const int side = 2 * (reach(shadow) + corner) + middle;
+    const int side = 2 * patchBorder(shadow, corner) + middle;
     Alphas alphas = alphasOf(square(side, reach(shadow), corner));
-    // The blur of a design tool is twice the deviation; three boxes of radius r have about that of blur r.
-    blur(alphas, side, std::max(1, shadow.blur / 3));
+    blur(alphas, side, blurRadius(shadow));
     return painted(alphas, side, shadow);
 }
 

@@ -20,8 +20,10 @@ struct Shadow
 [[nodiscard]] std::optional<Shadow> shadow(QStringView step, bool dark);
 // How far a shadow reaches beyond the thing that throws it, which is also what a picture of it adds on each side.
 [[nodiscard]] int reach(const Shadow& shadow);
-// The shadow of a rounded square just large enough to be stretched as nine patches: the border of each patch is the
-// reach plus the corner.
+// How wide the border of its nine patches is: what lies beyond the thing, its corner, and what lies within it until the
+// shadow is nearly whole. Narrow enough for a menu of one row.
+[[nodiscard]] int patchBorder(const Shadow& shadow, int corner);
+// The shadow of a rounded square just large enough to be stretched as nine patches.
 [[nodiscard]] QImage shadowPatch(const Shadow& shadow, int corner);
 
 // "image://shadow/STEP/dark|light/CORNER".

@@ -24,7 +24,7 @@ GridView {
         menu.row = cell.index;
         menu.favorite = cell.favorite;
         menu.hasHomepage = cell.hasHomepage;
-        menu.popup(cell, x, y);
+        menu.openAt(cell, x, y);
     }
     function showMenuOfCurrent() {
         const cell = root.currentItem as GridCell;
@@ -102,6 +102,8 @@ GridView {
     }
 
     delegate: GridCell {
+        width: root.cellWidth
+        height: root.cellHeight
         tileSide: Math.round(root.tileSide)
         focusShown: root.activeFocus && root.byKeyboard && root.currentIndex === index
         onPressed: {

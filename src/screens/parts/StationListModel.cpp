@@ -74,7 +74,7 @@ QVariant StationListModel::data(const QModelIndex& index, int role) const
         return m_favorites.contains(station.id);
     case CurrentRole:
         return isCurrent(station);
-    case OnAirRole:
+    case AiringRole:
         return isCurrent(station) && m_radio.isPlaying();
     case HasHomepageRole:
         return homepage(station).has_value();
@@ -86,7 +86,7 @@ QVariant StationListModel::data(const QModelIndex& index, int role) const
 QHash<int, QByteArray> StationListModel::roleNames() const
 {
     return { { NameRole, "name" }, { SubtitleRole, "subtitle" }, { SpokenRole, "spoken" }, { FavoriteRole, "favorite" },
-        { CurrentRole, "current" }, { OnAirRole, "onAir" }, { HasHomepageRole, "hasHomepage" } };
+        { CurrentRole, "current" }, { AiringRole, "airing" }, { HasHomepageRole, "hasHomepage" } };
 }
 
 void StationListModel::play(int row)
@@ -151,9 +151,9 @@ void StationListModel::tellPlaying()
     const auto station = m_radio.station();
     const bool active = m_coordinator.active() == PlaybackCoordinator::Source::radio;
     const QString before = std::exchange(m_playingId, active && station ? station->id : QString());
-    tell(m_playingId, { CurrentRole, OnAirRole, SpokenRole });
+    tell(m_playingId, { CurrentRole, AiringRole, SpokenRole });
     if (before != m_playingId)
-        tell(before, { CurrentRole, OnAirRole, SpokenRole });
+        tell(before, { CurrentRole, AiringRole, SpokenRole });
 }
 
 void StationListModel::tell(const QString& id, const QList<int>& roles)

@@ -33,7 +33,7 @@ public:
         // The station that the radio has in hand.
         CurrentRole,
         // The station that sounds.
-        OnAirRole,
+        AiringRole,
         HasHomepageRole,
     };
 

@@ -11,7 +11,7 @@ Item {
     required property string spoken
     required property bool favorite
     required property bool current
-    required property bool onAir
+    required property bool airing
     // The keyboard is on this tile.
     property bool focusShown: false
     readonly property bool hovered: hover.hovered
@@ -42,7 +42,6 @@ Item {
         }
         ShadowBox {
             step: "art"
-            reach: 3
             corner: picture.visibleCorner
         }
         MonogramImage {
@@ -61,42 +60,43 @@ Item {
                 NumberAnimation { duration: Theme.quick; easing.type: Easing.OutQuad }
             }
         }
-        Rectangle {
-            anchors.centerIn: parent
-            width: 44
-            height: 44
-            radius: 22
-            color: "#FFFFFF"
-            visible: root.hovered
-
-            Icon {
-                anchors.centerIn: parent
-                // The triangle's middle lies left of its box's.
-                anchors.horizontalCenterOffset: 1
-                symbol: "play.fill"
-                side: 26
-                ink: Theme.glyphOnWhite
-            }
-        }
-        Rectangle {
-            anchors { right: parent.right; bottom: parent.bottom; margins: 7 }
-            width: 32
-            height: 26
-            radius: 8
-            color: Theme.overlay
-            visible: root.onAir
-
-            EqualizerBars {
-                anchors.centerIn: parent
-                height: 14
-                barWidth: 3
-                color: "#FFFFFF"
-                running: root.onAir
-            }
-        }
         FocusRing {
             corner: picture.visibleCorner
             visible: root.focusShown
+        }
+    }
+    // What lies on the picture does not grow with it: it would lose its sharp edges.
+    Rectangle {
+        anchors.centerIn: art
+        width: 44
+        height: 44
+        radius: 22
+        color: "#FFFFFF"
+        visible: root.hovered
+
+        Icon {
+            anchors.centerIn: parent
+            // The triangle's middle lies left of its box's.
+            anchors.horizontalCenterOffset: 1
+            symbol: "play.fill"
+            side: 26
+            ink: Theme.glyphOnWhite
+        }
+    }
+    Rectangle {
+        anchors { right: art.right; bottom: art.bottom; margins: 7 }
+        width: 32
+        height: 26
+        radius: 8
+        color: Theme.overlay
+        visible: root.airing
+
+        EqualizerBars {
+            anchors.centerIn: parent
+            height: 14
+            barWidth: 3
+            color: "#FFFFFF"
+            running: root.airing
         }
     }
     AppText {

@@ -58,9 +58,10 @@ QString path(const QString& name)
 
 QImage image(const QString& name, const QColor& ink, int side)
 {
-    QSvgRenderer renderer(path(name));
-    if (!renderer.isValid())
+    const QString drawn = path(name);
+    if (drawn.isEmpty())
         return {};
+    QSvgRenderer renderer(drawn);
     QImage drawing = emptyImage(side);
     QPainter painter(&drawing);
     renderer.render(&painter, QRectF(0, 0, side, side));

@@ -52,23 +52,24 @@ QtObject {
     readonly property color knobEdge: dark ? "#00000000" : "#4D0D2E6B"
 
     // Inter where it is installed; its display cut from 16 pixels up. Without it the desktop's own font, unspaced.
-    readonly property bool hasInter: Qt.fontFamilies().includes("Inter")
-    readonly property bool hasInterDisplay: Qt.fontFamilies().includes("Inter Display")
+    readonly property var families: Qt.fontFamilies()
+    readonly property bool hasInter: families.indexOf("Inter") >= 0
+    readonly property bool hasInterDisplay: families.indexOf("Inter Display") >= 0
     readonly property string family: hasInter ? "Inter" : Qt.application.font.family
     readonly property string displayFamily: hasInterDisplay ? "Inter Display" : family
 
     readonly property font title: Qt.font({
-        family: displayFamily, pixelSize: 24, weight: Font.Bold, letterSpacing: hasInter ? -0.36 : 0
+        family: displayFamily, pixelSize: 24, hintingPreference: Font.PreferNoHinting, weight: Font.Bold, letterSpacing: hasInter ? -0.36 : 0
     })
     readonly property font title2: Qt.font({
-        family: displayFamily, pixelSize: 18, weight: Font.Bold, letterSpacing: hasInter ? -0.18 : 0
+        family: displayFamily, pixelSize: 18, hintingPreference: Font.PreferNoHinting, weight: Font.Bold, letterSpacing: hasInter ? -0.18 : 0
     })
-    readonly property font body: Qt.font({ family: family, pixelSize: 13 })
-    readonly property font bodyMedium: Qt.font({ family: family, pixelSize: 13, weight: Font.Medium })
-    readonly property font bodyStrong: Qt.font({ family: family, pixelSize: 13, weight: Font.DemiBold })
-    readonly property font foot: Qt.font({ family: family, pixelSize: 12 })
-    readonly property font caption: Qt.font({ family: family, pixelSize: 11 })
-    readonly property font captionStrong: Qt.font({ family: family, pixelSize: 11, weight: Font.DemiBold })
+    readonly property font body: Qt.font({ family: family, pixelSize: 13, hintingPreference: Font.PreferNoHinting })
+    readonly property font bodyMedium: Qt.font({ family: family, pixelSize: 13, hintingPreference: Font.PreferNoHinting, weight: Font.Medium })
+    readonly property font bodyStrong: Qt.font({ family: family, pixelSize: 13, hintingPreference: Font.PreferNoHinting, weight: Font.DemiBold })
+    readonly property font foot: Qt.font({ family: family, pixelSize: 12, hintingPreference: Font.PreferNoHinting })
+    readonly property font caption: Qt.font({ family: family, pixelSize: 11, hintingPreference: Font.PreferNoHinting })
+    readonly property font captionStrong: Qt.font({ family: family, pixelSize: 11, hintingPreference: Font.PreferNoHinting, weight: Font.DemiBold })
 
     readonly property int gutter: 24
     readonly property int headHeight: 68

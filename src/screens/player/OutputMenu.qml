@@ -22,7 +22,9 @@ IconButton {
         // A second click on the button closes what the press has closed already.
         if (menu.closedAt + 200 > Date.now())
             return;
-        menu.popup(root, root.width - menu.implicitWidth, -menu.implicitHeight - 8);
+        // Before it opens, so that it opens at its full height.
+        root.devices.open();
+        menu.openAbove(root);
     }
 
     AppMenu {
@@ -31,7 +33,6 @@ IconButton {
         property double closedAt: 0
 
         title: root.help
-        onAboutToShow: root.devices.open()
         onClosed: {
             closedAt = Date.now();
             root.devices.close();

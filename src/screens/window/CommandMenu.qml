@@ -12,7 +12,7 @@ IconButton {
     signal quitRequested()
 
     function open() {
-        menu.popup(root, root.width - menu.implicitWidth, root.height + 6);
+        menu.openUnder(root);
     }
 
     help: qsTr("Menu")

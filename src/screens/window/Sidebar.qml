@@ -36,18 +36,14 @@ FocusScope {
         highlightMoveDuration: 0
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Luoghi")
-        onCurrentItemChanged: {
-            const row = currentItem as SidebarRow;
-            if (row && activeFocus)
-                root.sidebar.selection = row.place;
-        }
+        Keys.onReturnPressed: root.sidebar.selection = (currentItem as SidebarRow).place
+        Keys.onEnterPressed: root.sidebar.selection = (currentItem as SidebarRow).place
+        Keys.onSpacePressed: root.sidebar.selection = (currentItem as SidebarRow).place
 
-        section.property: "section"
-        section.delegate: SidebarHeading {}
         delegate: SidebarRow {
             selection: root.sidebar.selection
             width: list.width
-            onClicked: root.sidebar.selection = place
+            onChosen: root.sidebar.selection = place
         }
     }
 }

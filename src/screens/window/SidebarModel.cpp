@@ -23,6 +23,12 @@ constexpr std::array places{
         QT_TRANSLATE_NOOP("velarin::SidebarModel", "Radio italiane"), u"dot.radiowaves.left.and.right" },
 };
 
+bool opensSection(int row)
+{
+    const auto at = [](int index) { return QByteArrayView(places[static_cast<std::size_t>(index)].section); };
+    return row == 0 || at(row) != at(row - 1);
+}
+
 }
 
 SidebarModel::SidebarModel(Broadcasts& broadcasts)
@@ -53,8 +59,8 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case PlaceRole:
         return QString::fromUtf16(place.raw);
-    case SectionRole:
-        return tr(place.section);
+    case HeadingRole:
+        return opensSection(index.row()) ? tr(place.section) : QString();
     case LabelRole:
         return tr(place.label);
     case SymbolRole:
@@ -66,7 +72,7 @@ QVariant SidebarModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> SidebarModel::roleNames() const
 {
-    return { { PlaceRole, "place" }, { SectionRole, "section" }, { LabelRole, "label" }, { SymbolRole, "symbol" } };
+    return { { PlaceRole, "place" }, { HeadingRole, "heading" }, { LabelRole, "label" }, { SymbolRole, "symbol" } };
 }
 
 }

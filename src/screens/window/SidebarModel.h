@@ -20,7 +20,8 @@ public:
     enum Role
     {
         PlaceRole = Qt::UserRole,
-        SectionRole,
+        // The heading of a group, for its first place; else empty.
+        HeadingRole,
         LabelRole,
         SymbolRole,
     };
