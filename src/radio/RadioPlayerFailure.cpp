@@ -88,7 +88,7 @@ void RadioPlayer::carryOut(const RetrySoon& retry, PlaybackFailure::Kind)
 
 void RadioPlayer::carryOut(const RetryPatiently& retry, PlaybackFailure::Kind kind)
 {
-    static_cast<void>(endRun(kind));
+    endRun(kind);
     m_resumeWhenOnline = true;
     ++m_patientRetries;
     lowerQuality();
