@@ -134,10 +134,10 @@ SniffedBody sniffBody(QByteArrayView first, QByteArrayView contentType, BodyEnd 
         return *marked;
     if (isTransportStream(looked))
         return sound(SoundFormat::MpegTs);
-    if (const std::optional<BodyKind> text = kindOfText(looked, contentType, allThere))
-        return { *text, SoundFormat::Other, 0 };
     if (const std::optional<SniffedBody> frames = byFrames(looked, tagSize(looked)))
         return *frames;
+    if (const std::optional<BodyKind> text = kindOfText(looked, contentType, allThere))
+        return { *text, SoundFormat::Other, 0 };
     return allThere ? withoutFrames(looked, contentType) : needsMore;
 }
 

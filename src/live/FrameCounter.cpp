@@ -10,10 +10,11 @@ namespace {
 constexpr QByteArrayView flacMarker("fLaC");
 constexpr qsizetype flacRateOffset = 4 + 4 + 10;
 
-qsizetype nextMark(QByteArrayView bytes, char mark)
+// Where the next frame may begin; all of the bytes if nowhere.
+qsizetype nextMark(QByteArrayView bytes, QByteArrayView marks)
 {
-    const qsizetype found = bytes.size() > 1 ? bytes.indexOf(mark, 1) : -1;
-    return found < 0 ? bytes.size() : found;
+    const auto next = std::find_first_of(bytes.begin() + 1, bytes.end(), marks.begin(), marks.end());
+    return next - bytes.begin();
 }
 
 int flacStreamRate(QByteArrayView stream)
@@ -65,7 +66,7 @@ FrameCounter::Step SizedFrameCounter::step(QByteArrayView pending)
     if (!begins)
         return {};
     if (!*begins)
-        return { nextMark(pending, static_cast<char>(0xff)), 0.0 };
+        return { nextMark(pending, "\xff"), 0.0 };
     m_kind = header->kind;
     return takeFrame(*header, pending);
 }
@@ -89,7 +90,9 @@ FrameCounter::Step FlacFrameCounter::step(QByteArrayView pending)
     }
     std::optional<FrameHeader> header = flacFrameHeader(pending);
     if (!header)
-        return { nextMark(pending, static_cast<char>(0xff)), 0.0 };
+        return { nextMark(pending, "\xff"
+                                   "f"),
+            0.0 };
     if (header->sampleRate == 0)
         header->sampleRate = m_streamRate;
     markBoundary(0);
