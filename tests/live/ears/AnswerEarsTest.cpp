@@ -33,7 +33,6 @@ const std::vector<Hearing> soundHearings{
     { "vorbis", "/ok", Codec::OggVorbis },
     { "opus", "/ok", Codec::OggOpus },
     { "oggFlac", "/ok", Codec::OggFlac },
-    { "flac", "/ok", Codec::Flac },
 };
 
 const std::vector<Hearing> silentHearings{
@@ -42,7 +41,7 @@ const std::vector<Hearing> silentHearings{
     { "gst-stream 5: text", "/text", Codec::Mp3, 2.0 },
     { "gst-stream 5: a picture", "/picture", Codec::Mp3, 2.0 },
     { "gst-stream 4: an empty body", "/empty", Codec::Mp3, 2.0 },
-    { "gst-stream 4: garbage", "/garbage", Codec::Mp3, 8.0 },
+    { "gst-stream 5: garbage", "/garbage", Codec::Mp3, 8.0 },
     { "http 404: not found", "/status/404", Codec::Mp3, 2.0 },
     { "http 410: gone", "/status/410", Codec::Mp3, 2.0 },
     { "http 403: forbidden", "/status/403", Codec::Mp3, 2.0 },
