@@ -34,7 +34,8 @@ QString serverName(GstDevice* device)
 QList<OutputDevices::Device> devicesOf(GstDeviceMonitor* monitor)
 {
     QList<OutputDevices::Device> devices{ { {}, GstOutputDevices::tr("Uscita predefinita") } };
-    GList* found = gst_device_monitor_get_devices(monitor);
+    // One that could not start has nothing to say, and would ask the missing server again.
+    GList* found = monitor ? gst_device_monitor_get_devices(monitor) : nullptr;
     for (const GList* at = found; at; at = at->next) {
         auto* device = GST_DEVICE(at->data);
         const OutputDevices::Device output{ serverName(device), takeText(gst_device_get_display_name(device)) };
@@ -91,7 +92,7 @@ private:
         GstBus* bus = gst_device_monitor_get_bus(monitor);
         gst_bus_set_sync_handler(bus, &heard, this, nullptr);
         const bool started = gst_device_monitor_start(monitor);
-        follow(monitor);
+        follow(started ? monitor : nullptr);
         if (started)
             gst_device_monitor_stop(monitor);
         gst_bus_set_sync_handler(bus, nullptr, nullptr, nullptr);
