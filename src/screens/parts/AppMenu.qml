@@ -6,12 +6,19 @@ import QtQuick.Templates as T
 T.Menu {
     id: root
 
-    // A menu takes its width from its rows only when it is told to.
+    property real rowsWidth: 168
+    property real rowsHeight: 0
+
+    // A list lays out its rows when it is shown; where the menu goes must be known before.
     function fit() {
         let width = 168;
-        for (let row = 0; row < root.count; ++row)
+        let height = 0;
+        for (let row = 0; row < root.count; ++row) {
             width = Math.max(width, root.itemAt(row).implicitWidth);
-        root.contentItem.implicitWidth = Math.ceil(width);
+            height += root.itemAt(row).implicitHeight;
+        }
+        root.rowsWidth = Math.ceil(width);
+        root.rowsHeight = height;
     }
     function openAt(item: Item, x: real, y: real) {
         root.fit();
@@ -34,7 +41,8 @@ T.Menu {
     onCountChanged: if (visible) root.fit()
 
     contentItem: ListView {
-        implicitHeight: contentHeight
+        implicitWidth: root.rowsWidth
+        implicitHeight: root.rowsHeight
         interactive: contentHeight > height
         clip: interactive
         model: root.contentModel

@@ -8,9 +8,12 @@ T.MenuItem {
 
     property string symbol: ""
     property string keys: ""
+    // Not `visible`, which is false for every row of a menu that is closed.
+    property bool offered: true
 
     implicitWidth: contentItem.implicitWidth
-    implicitHeight: visible ? 32 : 0
+    implicitHeight: offered ? 32 : 0
+    visible: offered
     hoverEnabled: true
     Accessible.role: Accessible.MenuItem
     Accessible.name: root.text

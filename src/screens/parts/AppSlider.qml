@@ -28,6 +28,7 @@ T.Slider {
         color: Theme.track
 
         Rectangle {
+            visible: root.visualPosition > 0
             width: root.handle.x + root.handle.width / 2
             height: parent.height
             radius: 2

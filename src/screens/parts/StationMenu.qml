@@ -26,7 +26,7 @@ AppMenu {
         onTriggered: root.favoriteRequested(root.row)
     }
     AppMenuItem {
-        visible: root.hasHomepage
+        offered: root.hasHomepage
         text: qsTr("Sito della radio")
         symbol: "safari"
         onTriggered: root.homepageRequested(root.row)

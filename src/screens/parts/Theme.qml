@@ -52,10 +52,11 @@ QtObject {
     readonly property color knobEdge: dark ? "#00000000" : "#4D0D2E6B"
 
     // Inter where it is installed; its display cut from 16 pixels up. Without it the desktop's own font, unspaced.
+    readonly property FontMetrics desktopFont: FontMetrics {}
     readonly property var families: Qt.fontFamilies()
     readonly property bool hasInter: families.indexOf("Inter") >= 0
     readonly property bool hasInterDisplay: families.indexOf("Inter Display") >= 0
-    readonly property string family: hasInter ? "Inter" : Qt.application.font.family
+    readonly property string family: hasInter ? "Inter" : desktopFont.font.family
     readonly property string displayFamily: hasInterDisplay ? "Inter Display" : family
 
     readonly property font title: Qt.font({
