@@ -77,9 +77,12 @@ void ScriptedServer::setListening(bool listening)
 {
     if (listening && m_listener < 0)
         listen();
-    if (!listening)
-        if (const int listener = m_listener.exchange(-1); listener >= 0)
-            ::close(listener);
+    const int listener = listening ? -1 : m_listener.exchange(-1);
+    if (listener < 0)
+        return;
+    // The accepting thread's poll() would keep the port open until it returns.
+    shutdown(listener, SHUT_RDWR);
+    ::close(listener);
 }
 
 void ScriptedServer::closeConnections()
