@@ -56,7 +56,6 @@ private:
     void moveStream(const char* device);
     void restartTimer(pa_time_event*& timer, pa_time_event_cb_t callback, std::chrono::microseconds delay);
     void stopTimer(pa_time_event*& timer);
-    bool hasUnheardSound() const;
     qint64 measureHeardFrames() const;
     AudioError error() const;
 

@@ -89,8 +89,10 @@ void PulseDevice::lookedWhetherHeard(
     pa_mainloop_api* /*api*/, pa_time_event* /*event*/, const timeval* /*time*/, void* self)
 {
     auto& device = *static_cast<PulseDevice*>(self);
-    if (device.m_paused || !device.hasUnheardSound())
+    if (device.m_paused)
         return;
+    // Looked again also when all that was written seems to be heard: the clock is an estimate and may run ahead of a
+    // stream that has just begun. A stream that is really dry is told by its underflow.
     if (device.measureHeardFrames() > device.m_heardAtAwait)
         device.tellHeard();
     else
@@ -135,11 +137,6 @@ void PulseDevice::stopTimer(pa_time_event*& timer)
     if (timer)
         pa_threaded_mainloop_get_api(m_loop)->time_free(timer);
     timer = nullptr;
-}
-
-bool PulseDevice::hasUnheardSound() const
-{
-    return measureHeardFrames() < m_written;
 }
 
 qint64 PulseDevice::measureHeardFrames() const
