@@ -41,7 +41,8 @@ TEST_F(DeviceEarsTest, aSoundServerGoneForGoodIsToldAsPaused)
     ASSERT_TRUE(SoundServer::shared().start());
     listening->events.clear();
     listening->player->play();
-    EXPECT_TRUE(waitUntil([this] { return listening->told(QStringLiteral("playing")); }));
+    EXPECT_TRUE(waitUntil([this] { return listening->told(QStringLiteral("playing")); }))
+        << listening->events.join(QStringLiteral(", ")).toStdString();
 }
 
 TEST_F(DeviceEarsTest, withoutASoundServerTheItemFails)

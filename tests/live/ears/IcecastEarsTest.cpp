@@ -40,6 +40,7 @@ TEST_F(IcecastEarsTest, playsEachCodec)
         const EarReport heard = listening.heard();
         SCOPED_TRACE(mount.toStdString() + listening.events.join(QStringLiteral(", ")).toStdString());
         ASSERT_TRUE(heard.firstSound.has_value());
+        EXPECT_LE(*heard.firstSound, 1.5);
         EXPECT_LE(heard.longestGap, 0.05);
         EXPECT_GE(heard.heard, 2.5);
         EXPECT_LE(heard.lost + heard.repeated, 0.06);
