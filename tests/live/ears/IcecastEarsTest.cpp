@@ -40,9 +40,10 @@ TEST_F(IcecastEarsTest, playsEachCodec)
         const EarReport heard = listening.heard();
         SCOPED_TRACE(mount.toStdString() + listening.events.join(QStringLiteral(", ")).toStdString());
         ASSERT_TRUE(heard.firstSound.has_value());
-        EXPECT_LE(*heard.firstSound, 1.5);
+        // Icecast makes new pages of Vorbis and gives a new listener no burst of them.
+        EXPECT_LE(*heard.firstSound, codec == Codec::OggVorbis ? 2.5 : 1.0);
         EXPECT_LE(heard.longestGap, 0.05);
-        EXPECT_GE(heard.heard, 2.5);
+        EXPECT_GE(heard.heard, 3.9 - *heard.firstSound - 0.3);
         EXPECT_LE(heard.lost + heard.repeated, 0.06);
     }
 }

@@ -10,16 +10,26 @@ namespace {
 
 const QByteArray header = QByteArrayLiteral("\xFF\xFB\x90\x04");
 constexpr int numberAt = 40;
+constexpr int noiseSize = 64 * 1024;
+
+// Without 0xFF, so that there is no second header to be found within a frame. A frame begins at any place of it.
+const QByteArray& noise()
+{
+    static const QByteArray noise = [] {
+        std::minstd_rand random;
+        QByteArray bytes;
+        while (bytes.size() < noiseSize + frameSize)
+            bytes.append(static_cast<char>(random() % 255U));
+        return bytes;
+    }();
+    return noise;
+}
 
 }
 
 QByteArray frame(int number)
 {
-    std::minstd_rand random(static_cast<unsigned>(number) * 7919U + 1U);
-    QByteArray bytes = header;
-    // Without 0xFF there is no second header to be found within a frame.
-    while (bytes.size() < frameSize)
-        bytes.append(static_cast<char>(random() % 255U));
+    QByteArray bytes = header + noise().mid((number * 131) % noiseSize, frameSize - header.size());
     for (int digit = 0; digit < 4; ++digit)
         bytes[numberAt + digit] = static_cast<char>((number >> (7 * digit)) & 0x7F);
     return bytes;
