@@ -19,6 +19,8 @@ namespace {
 constexpr qreal canvas = 500.0;
 constexpr qreal cornerShare = 0.125;
 constexpr qsizetype mostLetters = 3;
+// Pixels; a larger picture is nobody's wish, and an allocator may end the program over it.
+constexpr int largestSide = 8192;
 
 qreal hue(QStringView name)
 {
@@ -118,6 +120,8 @@ QString letters(QStringView name)
 
 QImage image(QStringView name, int side)
 {
+    if (side > largestSide)
+        return transparentPixel();
     QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
     if (picture.isNull())
         return transparentPixel();

@@ -21,7 +21,8 @@ struct Colors
 [[nodiscard]] Colors colors(QStringView name);
 [[nodiscard]] QString letters(QStringView name);
 
-// `side` pixels square, the corners transparent; a transparent pixel if there is no memory for it.
+// `side` pixels square, the corners transparent; a transparent pixel if there is no memory for it, or if
+// nobody could want it so large.
 [[nodiscard]] QImage image(QStringView name, int side);
 
 }

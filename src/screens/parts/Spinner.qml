@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 import QtQuick
 
-// An arc that turns once in 900 ms while it can be seen; still where the desktop wishes no movement.
+// An arc that turns once in 900 ms while somebody can see it; still where the desktop wishes no movement.
 Icon {
     id: root
 
@@ -11,7 +11,8 @@ Icon {
     smooth: true
 
     RotationAnimation on rotation {
-        running: root.visible && !Theme.reducedMotion
+        running: root.visible && !Theme.reducedMotion && root.Window.visibility !== Window.Hidden
+            && root.Window.visibility !== Window.Minimized
         from: 0
         to: 360
         duration: 900
