@@ -25,7 +25,7 @@ constexpr std::array places{
 
 bool opensSection(int row)
 {
-    const auto at = [](int index) { return QByteArrayView(places[static_cast<std::size_t>(index)].section); };
+    const auto at = [](int index) { return QByteArrayView(places.at(static_cast<std::size_t>(index)).section); };
     return row == 0 || at(row) != at(row - 1);
 }
 
