@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/JsonDefaults.h"
 
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <utility>
@@ -55,6 +56,8 @@ void JsonDefaults::remove(const QString& key)
 
 void JsonDefaults::store()
 {
+    // A user whose desktop has never stored a setting has no folder for them yet.
+    m_files.makeFolder(QFileInfo(m_path).path());
     m_files.write(m_path, [values = m_values] { return QJsonDocument(values).toJson(); });
 }
 

@@ -12,7 +12,7 @@ namespace velarin {
 
 // Settings in one JSON file, read whole when this is made. Each change hands the whole object to the ordered writer at
 // once. A file that is no JSON object, or is larger than 8 MiB, counts as empty and is kept beside as NAME.unreadable
-// before it is overwritten. The folder must exist by the time of the first change.
+// before it is overwritten. The first change makes the folder.
 class JsonDefaults final : public Defaults
 {
 public:

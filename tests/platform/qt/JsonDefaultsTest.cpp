@@ -65,6 +65,15 @@ TEST_F(JsonDefaultsTest, withoutAFileNothingIsStoredAndNoFileIsMade)
     EXPECT_FALSE(QFile::exists(path));
 }
 
+TEST_F(JsonDefaultsTest, theFirstSettingOfANewUserMakesTheFolder)
+{
+    path = sandbox.filePath(QStringLiteral("home/.config/com.brenholt.velarin.json"));
+    start();
+    EXPECT_FALSE(QFile::exists(sandbox.filePath(QStringLiteral("home"))));
+    defaults->setInteger(key, 9);
+    EXPECT_EQ(restart().integer(key), 9);
+}
+
 TEST_F(JsonDefaultsTest, everyTypeSurvivesARestart)
 {
     const QDateTime date(QDate(2026, 11, 21), QTime(7, 30, 0, 250), Qt::UTC);
