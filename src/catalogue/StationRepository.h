@@ -29,7 +29,14 @@ class StationRepository : public QObject
     Q_OBJECT
     Q_PROPERTY(QStringList favorites READ favorites NOTIFY favoritesChanged BINDABLE bindableFavorites)
     Q_PROPERTY(QStringList recentIds READ recentIds NOTIFY recentIdsChanged BINDABLE bindableRecentIds)
+    Q_PROPERTY(std::optional<QString> lastPlayedId READ lastPlayedId NOTIFY lastPlayedIdChanged)
     Q_PROPERTY(bool autoReconnect READ autoReconnect NOTIFY autoReconnectChanged BINDABLE bindableAutoReconnect)
+    Q_PROPERTY(bool autoSkipUnreachable READ autoSkipUnreachable NOTIFY autoSkipUnreachableChanged)
+    Q_PROPERTY(qint64 connectTimeoutSeconds READ connectTimeoutSeconds NOTIFY connectTimeoutSecondsChanged)
+    Q_PROPERTY(velarin::ThemeMode themeMode READ themeMode NOTIFY themeModeChanged)
+    Q_PROPERTY(std::optional<QDateTime> lastSyncDate READ lastSyncDate NOTIFY lastSyncDateChanged)
+    Q_PROPERTY(bool carFavoritesOnly READ carFavoritesOnly NOTIFY carFavoritesOnlyChanged)
+    Q_PROPERTY(bool autoPlayInCar READ autoPlayInCar NOTIFY autoPlayInCarChanged)
     Q_PROPERTY(bool isLoaded READ isLoaded NOTIFY isLoadedChanged BINDABLE bindableIsLoaded)
     Q_PROPERTY(qint64 revision READ revision NOTIFY revisionChanged BINDABLE bindableRevision)
 

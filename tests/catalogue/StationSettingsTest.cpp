@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/RepositoryFixture.h"
 
+#include <QMetaProperty>
+
 namespace velarin::test {
 
 namespace {
@@ -152,6 +154,39 @@ TEST_F(StationSettingsTest, theThemeIsStoredAsItsTextAndPostsNothing)
     EXPECT_EQ(repository->themeMode(), ThemeMode::light);
     EXPECT_EQ(defaults.string(themeKey), QStringLiteral("light"));
     EXPECT_TRUE(posted.isEmpty());
+}
+
+TEST_F(StationSettingsTest, aSettingThatStaysWakesNobody)
+{
+    const auto repository = make();
+    int changes = 0;
+    for (const auto changed : { &StationRepository::autoSkipUnreachableChanged,
+             &StationRepository::connectTimeoutSecondsChanged, &StationRepository::themeModeChanged,
+             &StationRepository::lastPlayedIdChanged, &StationRepository::recentIdsChanged })
+        QObject::connect(repository.get(), changed, repository.get(), [&changes] { ++changes; });
+
+    for (int time = 0; time < 2; ++time) {
+        repository->setAutoSkipUnreachable(true);
+        repository->setConnectTimeout(9);
+        repository->setThemeMode(ThemeMode::dark);
+        repository->setLastPlayed(QStringLiteral("a"));
+    }
+
+    EXPECT_EQ(changes, 5);
+}
+
+TEST_F(StationSettingsTest, everySettingIsAPropertyThatTellsItsChanges)
+{
+    const auto repository = make();
+    const QMetaObject& type = *repository->metaObject();
+    EXPECT_EQ(type.propertyCount() - type.propertyOffset(), 12);
+    for (int index = type.propertyOffset(); index < type.propertyCount(); ++index) {
+        const QMetaProperty property = type.property(index);
+        EXPECT_TRUE(property.hasNotifySignal()) << property.name();
+        EXPECT_TRUE(property.read(repository.get()).isValid()) << property.name();
+    }
+    EXPECT_EQ(repository->property("connectTimeoutSeconds").toLongLong(), 8);
+    EXPECT_EQ(repository->property("themeMode").value<ThemeMode>(), ThemeMode::system);
 }
 
 TEST_F(StationSettingsTest, theThirteenthStationPushesTheOldestOut)

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <vector>
+
 namespace velarin::test {
 
 namespace {
@@ -163,11 +166,30 @@ TEST(StationTest, theSubtitleNamesThePlaceWhereThereIsOneToTell)
 
 TEST(StationTest, equalityCoversEveryField)
 {
+    const QString text = QStringLiteral("x");
+    const std::vector<std::function<void(Station&)>> changes{
+        [&](Station& other) { other.id = text; },
+        [&](Station& other) { other.name = text; },
+        [&](Station& other) { other.streamUrl = text; },
+        [&](Station& other) { other.genre = text; },
+        [&](Station& other) { other.group = text; },
+        [&](Station& other) { other.region = text; },
+        [&](Station& other) { other.logoUrl = text; },
+        [&](Station& other) { other.homepage = text; },
+        [](Station& other) { other.bitrate = 1; },
+        [](Station& other) { other.popularity = 1; },
+        [](Station& other) { other.bundled = true; },
+        [&](Station& other) { other.alternateStreamUrl = text; },
+        [&](Station& other) { other.countryCode = text; },
+        [](Station& other) { other.custom = true; },
+    };
     const Station station = named(QStringLiteral("Uno"));
-    Station other = station;
-    EXPECT_EQ(station, other);
-    other.custom = true;
-    EXPECT_NE(station, other);
+    EXPECT_EQ(station, named(QStringLiteral("Uno")));
+    for (std::size_t field = 0; field < changes.size(); ++field) {
+        Station other = station;
+        changes[field](other);
+        EXPECT_NE(station, other) << "field " << field;
+    }
 }
 
 }
