@@ -96,8 +96,6 @@ void Velarin::quit()
 
 void Velarin::terminate()
 {
-    if (std::exchange(m_terminated, true))
-        return;
     m_screens.storeState();
     m_delegate.applicationWillTerminate();
     m_files.flush();

@@ -64,6 +64,7 @@ public:
 
 private:
     [[nodiscard]] MediaControls::ApplicationHandlers applicationHandlers();
+    // What must be on disk at the end. May run more than once: a session that was about to end may go on.
     void terminate();
 
     const Surroundings m_surroundings;
@@ -96,7 +97,6 @@ private:
     // What is seen.
     Screens m_screens;
     AppDelegate m_delegate;
-    bool m_terminated{ false };
 };
 
 }
