@@ -61,11 +61,12 @@ public:
     void open(const QString& address);
     // Ends the program in order; the event loop returns.
     void quit();
+    // Stores what the next start has to know, and waits until it is on disk. At every orderly end, and at each one that
+    // may not be the last: of a session that the user keeps after all.
+    void terminate();
 
 private:
     [[nodiscard]] MediaControls::ApplicationHandlers applicationHandlers();
-    // What must be on disk at the end. May run more than once: a session that was about to end may go on.
-    void terminate();
 
     const Surroundings m_surroundings;
 

@@ -9,12 +9,24 @@
 #include <QGuiApplication>
 #include <QIcon>
 
+#include <cstdlib>
+
 #include <unistd.h>
 
 namespace {
 
 using velarin::SingleInstance;
 using velarin::Velarin;
+
+// The display may go away under the program, at the end of the session as well: Qt then ends it from within by exit(),
+// without a word. That is no crash, and the next start must not tell one.
+Velarin* runningProgram = nullptr;
+
+void endWithTheDisplay()
+{
+    if (runningProgram)
+        runningProgram->terminate();
+}
 
 // The part of the start that comes before anything of the user's is read: the name, the signals, the one run a user.
 int run()
@@ -46,8 +58,12 @@ int run()
     program = std::make_unique<Velarin>(velarin::Surroundings{
         sessionBus, QDBusConnection::systemBus(), folders, { QCoreApplication::applicationFilePath() } });
     const velarin::QuitSignals signalHandlers([&program] { program->quit(); });
+    runningProgram = program.get();
+    (void)std::atexit(endWithTheDisplay);
     program->start();
-    return QGuiApplication::exec();
+    const int result = QGuiApplication::exec();
+    runningProgram = nullptr;
+    return result;
 }
 
 }

@@ -25,7 +25,7 @@ public:
 
     // Pictures kept, and the memory that they may take in all.
     static constexpr qsizetype mostPictures = 600;
-    static constexpr qsizetype mostBytes = 24 * 1024 * 1024;
+    static constexpr qsizetype mostBytes = 24LL * 1024 * 1024;
 
     explicit ArtworkLoader(Executor& executor);
 

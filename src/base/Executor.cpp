@@ -34,8 +34,8 @@ private:
         Completion completion;
     };
 
-    void serve(std::stop_token closing);
-    std::unique_ptr<Job> next(std::stop_token closing);
+    void serve(const std::stop_token& closing);
+    std::unique_ptr<Job> next(const std::stop_token& closing);
     void deliver(std::unique_ptr<Job> job);
 
     // Protected by m_mutex.
@@ -53,7 +53,7 @@ PoolExecutor::Pool::Pool(int threads)
 {
     m_threads.reserve(static_cast<std::size_t>(threads));
     for (int thread = 0; thread < threads; ++thread)
-        m_threads.emplace_back([this](std::stop_token closing) { serve(std::move(closing)); });
+        m_threads.emplace_back([this](const std::stop_token& closing) { serve(closing); });
 }
 
 PoolExecutor::Pool::~Pool()
@@ -76,7 +76,7 @@ std::shared_ptr<std::stop_source> PoolExecutor::Pool::add(Work work)
     return stop;
 }
 
-void PoolExecutor::Pool::serve(std::stop_token closing)
+void PoolExecutor::Pool::serve(const std::stop_token& closing)
 {
     while (auto job = next(closing)) {
         // The main thread looks at the same stop source before it runs the completion: work that was cancelled while
@@ -87,7 +87,7 @@ void PoolExecutor::Pool::serve(std::stop_token closing)
     }
 }
 
-std::unique_ptr<PoolExecutor::Pool::Job> PoolExecutor::Pool::next(std::stop_token closing)
+std::unique_ptr<PoolExecutor::Pool::Job> PoolExecutor::Pool::next(const std::stop_token& closing)
 {
     std::unique_lock lock(m_mutex);
     if (!m_wake.wait(lock, closing, [this] { return !m_waiting.empty(); }) || closing.stop_requested())

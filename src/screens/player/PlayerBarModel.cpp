@@ -23,8 +23,6 @@ PlayerBarModel::PlayerBarModel(PlaybackServices services, std::function<void(con
     connect(&services.radio, &RadioPlayer::songArtistChanged, this, update);
     connect(&services.radio, &RadioPlayer::artworkChanged, this, &PlayerBarModel::updatePicture);
     connect(&services.repository, &StationRepository::favoritesChanged, this, update);
-    // A failure that is being mended reads differently from one that is not.
-    connect(&services.repository, &StationRepository::autoReconnectChanged, this, update);
     connect(&services.level, &AudioLevel::userChanged, this, update);
     connect(&services.level, &AudioLevel::userChanged, this, &PlayerBarModel::volumeChanged);
     updateFace();
