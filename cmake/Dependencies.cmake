@@ -4,6 +4,7 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Network DBus Qml Quick QuickCo
 find_package(PkgConfig REQUIRED)
 find_package(ICU REQUIRED COMPONENTS uc i18n data)
 find_package(CURL 7.88 REQUIRED)
+find_package(OpenSSL 3.0 REQUIRED COMPONENTS Crypto)
 pkg_check_modules(GST REQUIRED IMPORTED_TARGET
     gstreamer-1.0>=1.22 gstreamer-base-1.0 gstreamer-app-1.0 gstreamer-audio-1.0 gstreamer-pbutils-1.0)
 pkg_check_modules(PULSE REQUIRED IMPORTED_TARGET libpulse libpulse-simple)

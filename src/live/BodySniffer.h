@@ -16,7 +16,7 @@ enum class BodyKind
     // An m3u or pls list of addresses; told only when all of it is there (or sniffLimit of it).
     Playlist,
     // An HLS playlist, master or media; told as soon as it is known.
-    HlsPlaylist,
+    SegmentList,
     // A web page, a text, a picture, an archive: nothing to hear, whatever the type claims.
     NotSound,
 };

@@ -59,7 +59,7 @@ bool isList(const QByteArray& text, QByteArrayView contentType)
 BodyKind kindOfLines(const QByteArray& text, QByteArrayView contentType, bool allThere)
 {
     if (text.startsWith("#extm3u") && text.contains("#ext-x-"))
-        return BodyKind::HlsPlaylist;
+        return BodyKind::SegmentList;
     if (!allThere)
         return BodyKind::NeedsMore;
     return isList(text, contentType) ? BodyKind::Playlist : BodyKind::NotSound;

@@ -26,11 +26,11 @@ void BranchFeeder::startStretch(SoundFormat format, std::optional<qint64> claime
     }
 }
 
-Seconds BranchFeeder::add(QByteArrayView bytes)
+Seconds BranchFeeder::add(QByteArrayView bytes, std::optional<Seconds> lasting)
 {
     if (m_isRefused)
         return Seconds(0.0);
-    const Seconds completed = m_reserve.add(bytes);
+    const Seconds completed = m_reserve.add(bytes, lasting);
     feed();
     return completed;
 }

@@ -18,8 +18,8 @@ public:
 
     // A stretch of sound begins that does not join what came before.
     void startStretch(SoundFormat format, std::optional<qint64> claimedBitRate);
-    // Answers the seconds of sound that the bytes completed.
-    Seconds add(QByteArrayView bytes);
+    // Answers the seconds of sound that the bytes completed: `lasting` if that is known, else counted.
+    Seconds add(QByteArrayView bytes, std::optional<Seconds> lasting = std::nullopt);
 
     void needsBytes(BranchId branch);
     // The branch is gone. Answers whether it was the one that the newest sound belongs to.

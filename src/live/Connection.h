@@ -14,10 +14,20 @@
 
 namespace velarin::live {
 
+// What the requests of one visitor share: cookies, kept until the last of them is gone, and connections that stay open
+// for the next request.
+class HttpVisit
+{
+public:
+    virtual ~HttpVisit() = default;
+};
+
 struct StreamRequest
 {
     QUrl url;
     QList<QPair<QByteArray, QByteArray>> headers;
+    // Absent: a connection of its own, and no cookies.
+    std::shared_ptr<HttpVisit> visit{};
 };
 
 // The head of the answer that gives the body: the last one of a chain of redirects.
@@ -33,6 +43,8 @@ struct StreamHead
     std::optional<qint64> metadataInterval;
     // Bits per second as the server claims it ("icy-br"); absent if it does not.
     std::optional<qint64> claimedBitRate;
+    // Bytes of the body, as the server claims; absent if it does not, or packs them.
+    std::optional<qint64> length{};
 };
 
 // One connection for one body. Everything on the engine's thread.
@@ -70,6 +82,8 @@ public:
 
     [[nodiscard]] virtual std::unique_ptr<Connection> open(
         const StreamRequest& request, ConnectionListener& listener) = 0;
+    // Absent where nothing can be shared.
+    [[nodiscard]] virtual std::shared_ptr<HttpVisit> beginVisit() { return nullptr; }
 };
 
 }

@@ -20,10 +20,22 @@ bool isSuccess(int status)
 
 }
 
+CurlVisit::CurlVisit()
+    : m_handle(curl_share_init())
+{
+    curl_share_setopt(m_handle, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+}
+
+CurlVisit::~CurlVisit()
+{
+    curl_share_cleanup(m_handle);
+}
+
 CurlConnection::CurlConnection(
     CurlLoop& loop, const TransportSettings& settings, const StreamRequest& request, ConnectionListener& listener)
     : m_loop(loop)
     , m_listener(listener)
+    , m_visit(request.visit)
     , m_aliases(curl_slist_append(nullptr, oldProtocol))
     , m_handle(curl_easy_init())
 {
@@ -53,6 +65,7 @@ void CurlConnection::setUp(const TransportSettings& settings, const StreamReques
     setUpCallbacks();
     setUpProtocol();
     setUpHeaders(request);
+    setUpVisit();
 }
 
 void CurlConnection::setUpCallbacks()
@@ -78,8 +91,6 @@ void CurlConnection::setUpProtocol()
     curl_easy_setopt(curl, CURLOPT_MAXREDIRS, mostRedirects);
     curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, protocols);
     curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, protocols);
-    curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
-    curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
     curl_easy_setopt(curl, CURLOPT_TCP_KEEPALIVE, 1L);
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
     // Closing during a name lookup would otherwise wait for its thread: seconds, where the name server is silent.
@@ -92,7 +103,23 @@ void CurlConnection::setUpHeaders(const StreamRequest& request)
         const QByteArray line = name + ": " + value;
         m_headers.reset(curl_slist_append(m_headers.release(), line.constData()));
     }
+    // A body that comes packed is unpacked, although none is asked for.
+    m_headers.reset(curl_slist_append(m_headers.release(), "Accept-Encoding:"));
+    curl_easy_setopt(m_handle.get(), CURLOPT_ACCEPT_ENCODING, "");
     curl_easy_setopt(m_handle.get(), CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlConnection::setUpVisit()
+{
+    CURL* const curl = m_handle.get();
+    if (const auto* visit = static_cast<const CurlVisit*>(m_visit.get())) {
+        curl_easy_setopt(curl, CURLOPT_SHARE, visit->handle());
+        // Reads none, and so keeps them in memory alone.
+        curl_easy_setopt(curl, CURLOPT_COOKIEFILE, "");
+        return;
+    }
+    curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
+    curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
 }
 
 void CurlConnection::setReading(bool reading)

@@ -11,6 +11,21 @@
 
 namespace velarin::live {
 
+// Holds the cookies that libcurl keeps. Its connections stay with the loop.
+class CurlVisit final : public HttpVisit
+{
+public:
+    CurlVisit();
+    ~CurlVisit() override;
+    CurlVisit(const CurlVisit&) = delete;
+    CurlVisit& operator=(const CurlVisit&) = delete;
+
+    [[nodiscard]] CURLSH* handle() const { return m_handle; }
+
+private:
+    CURLSH* const m_handle;
+};
+
 // One transfer of libcurl. It keeps what libcurl tells until the loop asks for it.
 class CurlConnection final : public Connection
 {
@@ -35,6 +50,7 @@ private:
     void setUpCallbacks();
     void setUpProtocol();
     void setUpHeaders(const StreamRequest& request);
+    void setUpVisit();
 
     static size_t headerCallback(char* data, size_t size, size_t count, void* self);
     static size_t bodyCallback(char* data, size_t size, size_t count, void* self);
@@ -53,6 +69,8 @@ private:
 
     CurlLoop& m_loop;
     ConnectionListener& m_listener;
+    // Outlives the handle that uses it.
+    const std::shared_ptr<HttpVisit> m_visit;
     // libcurl writes into it until the handle is gone.
     std::array<char, CURL_ERROR_SIZE> m_errorText{};
     std::unique_ptr<curl_slist, ListCleanup> m_headers;

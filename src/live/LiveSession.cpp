@@ -6,6 +6,7 @@
 #include "live/SoundMemory.h"
 #include "live/StartPlan.h"
 #include "live/StreamSource.h"
+#include "live/hls/HlsSource.h"
 
 #include <algorithm>
 #include <utility>
@@ -52,6 +53,8 @@ void LiveSession::pause()
         return;
     m_wantsToPlay = false;
     m_isPaused = true;
+    if (m_isHeard)
+        m_parts.memory.sounded(m_item.url, m_loop.now());
     m_isHeard = false;
     m_pipeline->pause();
     stopTimers();
@@ -74,10 +77,12 @@ void LiveSession::stretchStarted(SoundFormat format, std::optional<qint64> claim
 
 void LiveSession::soundReceived(QByteArrayView bytes)
 {
-    if (m_phase == Phase::Over)
-        return;
-    m_ledger.received(m_feeder.add(bytes));
-    takeStock();
+    take(bytes, std::nullopt);
+}
+
+void LiveSession::measuredSoundReceived(QByteArrayView bytes, Seconds lasting)
+{
+    take(bytes, lasting);
 }
 
 void LiveSession::titleReceived(const QString& title)
@@ -111,8 +116,13 @@ void LiveSession::outageEnded()
 void LiveSession::segmentListFound(const QUrl& url)
 {
     qCDebug(liveLog) << "a list of segments:" << url.toDisplayString();
-    failToBegin(
-        { { AudioErrorDomain::gstStream, GstError::streamCodecNotFound, QStringLiteral("a list of segments") } });
+    // The present source is what is calling.
+    m_change = m_loop.after(std::chrono::nanoseconds(0), [this, url] {
+        LiveSourceListener& listener = *this;
+        m_source = std::make_unique<HlsSource>(m_loop, m_parts.engine.connections(),
+            StreamRequest{ m_item.url, m_item.headers }, url, m_item.peakBitRate, listener);
+        m_source->setReading(m_isReading);
+    });
 }
 
 Seconds LiveSession::soundReceivedSoFar() const
@@ -204,6 +214,14 @@ void LiveSession::deviceFailed(const AudioErrorChain& cause)
         failToBegin(cause);
 }
 
+void LiveSession::take(QByteArrayView bytes, std::optional<Seconds> lasting)
+{
+    if (m_phase == Phase::Over)
+        return;
+    m_ledger.received(m_feeder.add(bytes, lasting));
+    takeStock();
+}
+
 void LiveSession::takeStock()
 {
     if (m_phase == Phase::Over)
@@ -289,6 +307,7 @@ void LiveSession::end()
     stopTimers();
     noteHeard();
     m_pipeline->pause();
+    m_change.cancel();
     m_clearing = m_loop.after(std::chrono::nanoseconds(0), [this] {
         m_source.reset();
         m_pipeline.reset();

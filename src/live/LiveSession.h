@@ -60,6 +60,7 @@ private:
 
     void stretchStarted(SoundFormat format, std::optional<qint64> claimedBitRate) override;
     void soundReceived(QByteArrayView bytes) override;
+    void measuredSoundReceived(QByteArrayView bytes, Seconds lasting) override;
     void titleReceived(const QString& title) override;
     void sourceFailed(const AudioErrorChain& cause) override;
     void outageBegan(const AudioErrorChain& cause, Mending mending) override;
@@ -77,6 +78,7 @@ private:
     void deviceFailed(const AudioErrorChain& cause) override;
 
     // The flow of bytes.
+    void take(QByteArrayView bytes, std::optional<Seconds> lasting);
     void takeStock();
     void updateReading();
     void beginSoundingIfFilled();
@@ -117,6 +119,7 @@ private:
     std::optional<std::chrono::nanoseconds> m_drySince;
     Task m_judgement;
     Task m_clearing;
+    Task m_change;
 
     // Last: it gives sound to all of the above.
     std::unique_ptr<LiveSource> m_source;

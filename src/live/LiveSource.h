@@ -25,6 +25,8 @@ public:
     virtual void stretchStarted(SoundFormat format, std::optional<qint64> claimedBitRate) = 0;
     // Valid during the call only. Follows a stretchStarted().
     virtual void soundReceived(QByteArrayView bytes) = 0;
+    // The same of bytes in which nobody here can count: they sound for so long, as who packed them says.
+    virtual void measuredSoundReceived(QByteArrayView bytes, Seconds lasting) = 0;
     // The title of the sound that follows.
     virtual void titleReceived(const QString& title) = 0;
 
@@ -35,7 +37,7 @@ public:
     virtual void outageBegan(const AudioErrorChain& cause, Mending mending) = 0;
     // Sound comes again.
     virtual void outageEnded() = 0;
-    // The address is a list of segments, which this source cannot read. Final.
+    // The address is a list of segments, for which there is another source. Final.
     virtual void segmentListFound(const QUrl& url) = 0;
 
     // Seconds of sound received from this source so far, and those not heard yet.

@@ -68,6 +68,11 @@ std::unique_ptr<Connection> LiveThread::open(const StreamRequest& request, Conne
     return std::make_unique<CurlConnection>(*m_curl, m_settings, request, listener);
 }
 
+std::shared_ptr<HttpVisit> LiveThread::beginVisit()
+{
+    return std::make_shared<CurlVisit>();
+}
+
 void LiveThread::run()
 {
     pthread_setname_np(pthread_self(), "velarin-live");

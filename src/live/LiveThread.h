@@ -43,6 +43,7 @@ public:
     [[nodiscard]] Task after(std::chrono::nanoseconds delay, std::function<void()> fire) override;
 
     [[nodiscard]] std::unique_ptr<Connection> open(const StreamRequest& request, ConnectionListener& listener) override;
+    [[nodiscard]] std::shared_ptr<HttpVisit> beginVisit() override;
 
 private:
     void run();

@@ -23,10 +23,11 @@ void Reserve::startStretch(SoundFormat format, std::optional<qint64> claimedBitR
         Stretch{ .format = format, .meter = FrameMeter(format, claimedBitRate), .place = m_added, .chunks = {} });
 }
 
-Seconds Reserve::add(QByteArrayView bytes)
+Seconds Reserve::add(QByteArrayView bytes, std::optional<Seconds> lasting)
 {
     Stretch& stretch = m_stretches.back();
-    const Seconds completed{ stretch.meter.feed(bytes) };
+    const Seconds counted{ stretch.meter.feed(bytes) };
+    const Seconds completed = lasting.value_or(counted);
     if (stretch.chunks.empty() || stretch.chunks.back().bytes.size() + bytes.size() > chunkSize)
         stretch.chunks.emplace_back();
     stretch.chunks.back().bytes.append(bytes);

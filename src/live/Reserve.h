@@ -20,8 +20,9 @@ class Reserve
 {
 public:
     void startStretch(SoundFormat format, std::optional<qint64> claimedBitRate);
-    // To the newest stretch, of which there has to be one. Answers the seconds of sound that the bytes completed.
-    Seconds add(QByteArrayView bytes);
+    // To the newest stretch, of which there has to be one. Answers the seconds of sound that the bytes completed:
+    // `lasting` if that is known, else counted.
+    Seconds add(QByteArrayView bytes, std::optional<Seconds> lasting = std::nullopt);
 
     // About a fifth of a second of the oldest stretch; empty when it has nothing (left).
     [[nodiscard]] QByteArray take();

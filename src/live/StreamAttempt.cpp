@@ -103,7 +103,7 @@ bool StreamAttempt::obey(const SniffedBody& body)
         return true;
     case BodyKind::Playlist:
         return followList();
-    case BodyKind::HlsPlaylist: {
+    case BodyKind::SegmentList: {
         const QUrl url = finalUrl();
         m_listener.segmentListFound(*this, url);
         return false;

@@ -8,6 +8,7 @@ namespace {
 
 // A rate beyond this is no rate.
 constexpr qint64 highestClaimedKilobits = 10'000;
+constexpr qint64 largestLength = 1LL << 40;
 
 bool isDigit(char character)
 {
@@ -82,6 +83,7 @@ void StreamHeadParser::readStatusLine(QByteArrayView line)
     m_head.status = *status;
     m_inHead = true;
     m_redirects = false;
+    m_isPacked = false;
 }
 
 void StreamHeadParser::readField(QByteArrayView line)
@@ -98,6 +100,10 @@ void StreamHeadParser::readField(QByteArrayView line)
         m_head.metadataInterval = numberWithin(value, longestInterval);
     else if (name == "icy-br")
         m_head.claimedBitRate = numberWithin(value, highestClaimedKilobits);
+    else if (name == "content-length")
+        m_head.length = numberWithin(value, largestLength);
+    else if (name == "content-encoding")
+        m_isPacked = true;
     else if (name == "location")
         m_redirects = !value.isEmpty();
 }
@@ -107,6 +113,8 @@ void StreamHeadParser::endHead()
     m_inHead = false;
     if (m_head.claimedBitRate)
         m_head.claimedBitRate = *m_head.claimedBitRate * 1000;
+    if (m_isPacked)
+        m_head.length.reset();
     const bool interim = m_head.status < 200;
     const bool redirect = m_redirects && m_head.status >= 300 && m_head.status < 400;
     m_state = interim || redirect ? State::Passed : State::Complete;

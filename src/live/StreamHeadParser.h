@@ -45,6 +45,7 @@ private:
     StreamHead m_head;
     bool m_inHead{ false };
     bool m_redirects{ false };
+    bool m_isPacked{ false };
     qsizetype m_bytes{ 0 };
     int m_lines{ 0 };
 };

@@ -48,6 +48,18 @@ qsizetype indexNearEdge(const HlsMediaPlaylist& list)
     return std::max<qsizetype>(0, list.segments.size() - hlsStartDistance);
 }
 
+// Another encoder's segments never join, however well they follow.
+std::optional<HlsNext> nextByNumber(const HlsMediaPlaylist& list, qint64 last)
+{
+    const qint64 front = list.segments.front().sequence;
+    const qint64 back = list.segments.back().sequence;
+    if (last < back)
+        return HlsNext{ std::max<qint64>(0, last + 1 - front), HlsJoint::Broken };
+    if (last - back <= hlsVariantLag)
+        return std::nullopt;
+    return HlsNext{ *firstHlsSegment(list), HlsJoint::Broken };
+}
+
 }
 
 std::optional<qsizetype> chooseHlsVariant(
@@ -77,11 +89,20 @@ HlsPosition positionOf(const HlsSegment& segment)
     return { segment.sequence, segment.url, segment.range };
 }
 
+HlsPosition carriedOver(const HlsPosition& last, const HlsMediaPlaylist& list)
+{
+    const bool isKnown = std::any_of(list.segments.begin(), list.segments.end(),
+        [&last](const HlsSegment& segment) { return sameResource(segment, last); });
+    return isKnown ? last : HlsPosition{ last.sequence, {}, {} };
+}
+
 std::optional<HlsNext> nextHlsSegment(const HlsMediaPlaylist& list, const HlsPosition& last)
 {
     const auto& segments = list.segments;
     if (segments.isEmpty())
         return std::nullopt;
+    if (last.url.isEmpty())
+        return nextByNumber(list, last.sequence);
     const auto same = std::find_if(
         segments.rbegin(), segments.rend(), [&last](const HlsSegment& segment) { return sameResource(segment, last); });
     if (same != segments.rend()) {
@@ -105,6 +126,51 @@ std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills)
         return milliseconds(std::max(shortest, targetDuration));
     const double share = std::min(1.0, 0.5 + 0.25 * std::min(standstills - 1, 2));
     return milliseconds(std::max(shortest, targetDuration * share));
+}
+
+HlsListPlan planHlsListFailure(const HlsListFailure& failure)
+{
+    using namespace std::chrono_literals;
+    constexpr int quickAsks = 4;
+    constexpr int asksOfOneList = 2;
+    const int asks = failure.failures;
+    const auto wait = asks == 1 ? 0ms : asks <= quickAsks ? 500ms : 1000ms;
+    // Where neither is known to be right, they take turns.
+    const HlsListStep inTurn = asks % 2 == 0 ? HlsListStep::AskAgain : HlsListStep::AskHome;
+    if (failure.wasHome)
+        return { inTurn, std::max<std::chrono::milliseconds>(wait, 500ms) };
+    const int chances = failure.isRefused ? 0 : asksOfOneList;
+    if (asks <= chances)
+        return { HlsListStep::AskAgain, wait };
+    if (asks == chances + 1)
+        return { HlsListStep::AskHome, wait };
+    if (failure.hasOtherVariant)
+        return { HlsListStep::LeaveVariant, 0ms };
+    return { inTurn, wait };
+}
+
+std::optional<std::chrono::milliseconds> hlsSegmentRetry(bool isRefused, int tries, double reserve)
+{
+    using namespace std::chrono_literals;
+    constexpr double spare = 4.0;
+    constexpr int quickTries = 3;
+    if (isRefused)
+        return tries == 1 && reserve >= spare ? std::optional<std::chrono::milliseconds>(500ms) : std::nullopt;
+    return tries == 1 ? 100ms : tries <= quickTries ? 500ms : 1000ms;
+}
+
+bool isHlsSegmentWorthWaiting(const HlsSlowness& slowness)
+{
+    constexpr double longestSilence = 1.5;
+    if (slowness.received == 0 || slowness.silentFor > longestSilence || slowness.elapsed <= 0.0)
+        return false;
+    if (slowness.reserveNow >= slowness.reserveBefore)
+        return true;
+    if (!slowness.length)
+        return false;
+    const double pace = static_cast<double>(slowness.received) / slowness.elapsed;
+    const double left = static_cast<double>(std::max<qint64>(0, *slowness.length - slowness.received)) / pace;
+    return left <= slowness.reserveNow;
 }
 
 std::chrono::milliseconds hlsSegmentDeadline(double targetDuration, double reserve)

@@ -28,7 +28,7 @@ constexpr qsizetype hlsStartDistance = 4;
 // edge. Absent in an empty list.
 [[nodiscard]] std::optional<qsizetype> firstHlsSegment(const HlsMediaPlaylist& list);
 
-// The segment that was taken last.
+// The segment that was taken last. Without an address: in another variant, where only its number tells.
 struct HlsPosition
 {
     qint64 sequence{ 0 };
@@ -37,6 +37,10 @@ struct HlsPosition
     bool operator==(const HlsPosition&) const = default;
 };
 [[nodiscard]] HlsPosition positionOf(const HlsSegment& segment);
+
+// The same place in a list that came in place of the former one: of another variant, or under an address with another
+// token. The segment's own address goes on counting where the new list has it too.
+[[nodiscard]] HlsPosition carriedOver(const HlsPosition& last, const HlsMediaPlaylist& list);
 
 // How the next segment is joined to the one before it.
 enum class HlsJoint
@@ -62,6 +66,61 @@ struct HlsNext
 // new; half of one after it did not, growing by a quarter each time up to a whole one, and never under half a second.
 // `standstills`: how many times in a row it brought nothing new, failed answers among them.
 [[nodiscard]] std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills);
+
+// How far the numbers of two variants may lie apart, so that one of them is only late.
+constexpr qint64 hlsVariantLag = 3;
+
+// What is done about a list that did not come, or was none.
+enum class HlsListStep
+{
+    // The same list again.
+    AskAgain,
+    // The station's first address, which may name another list by now.
+    AskHome,
+    // Another variant.
+    LeaveVariant,
+};
+struct HlsListFailure
+{
+    // The server answered, and will hardly answer otherwise soon: 4xx, or no list.
+    bool isRefused{ false };
+    // It was the first address that failed.
+    bool wasHome{ false };
+    bool hasOtherVariant{ false };
+    // Since the last list that came, this one included.
+    int failures{ 1 };
+};
+struct HlsListPlan
+{
+    HlsListStep step{ HlsListStep::AskAgain };
+    std::chrono::milliseconds wait{ 0 };
+    bool operator==(const HlsListPlan&) const = default;
+};
+// A list that is refused is looked for under the first address, since addresses of lists expire; refused again, it is
+// left for another. One that breaks off is asked for again twice before that. At once, then each half second, then each
+// second.
+[[nodiscard]] HlsListPlan planHlsListFailure(const HlsListFailure& failure);
+
+// How long to wait before a segment that did not come is asked for once more; absent: not again. One that is refused
+// gets one more chance, as its list may be faster than its server, if `reserve` (seconds of sound) can pay for it.
+[[nodiscard]] std::optional<std::chrono::milliseconds> hlsSegmentRetry(bool isRefused, int tries, double reserve);
+
+// A segment whose time is over.
+struct HlsSlowness
+{
+    // Seconds since it was asked for, and since its last byte.
+    double elapsed{ 0.0 };
+    double silentFor{ 0.0 };
+    qint64 received{ 0 };
+    // As the server claims.
+    std::optional<qint64> length;
+    // Seconds of sound when it was asked for, and now.
+    double reserveBefore{ 0.0 };
+    double reserveNow{ 0.0 };
+};
+// Whether it is given more time: it brings sound as fast as it is heard, or will be there before the reserve is used
+// up.
+[[nodiscard]] bool isHlsSegmentWorthWaiting(const HlsSlowness& slowness);
 
 // How long one segment may take before it is given up for the next: half of the reserve, at least 2 seconds, and no
 // longer than three target durations. `reserve` in seconds of sound.

@@ -174,9 +174,9 @@ TEST(BodySnifferTest, playlistsAreToldWhenTheyAreAllThere)
 TEST(BodySnifferTest, anHlsPlaylistIsAKindOfItsOwn)
 {
     const QByteArray media = "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\na.ts\n";
-    EXPECT_EQ(soFar(media).kind, BodyKind::HlsPlaylist);
+    EXPECT_EQ(soFar(media).kind, BodyKind::SegmentList);
     EXPECT_EQ(
-        whole("#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=64000\nlow.m3u8\n", "text/plain").kind, BodyKind::HlsPlaylist);
+        whole("#EXTM3U\n#EXT-X-STREAM-INF:BANDWIDTH=64000\nlow.m3u8\n", "text/plain").kind, BodyKind::SegmentList);
 }
 
 TEST(BodySnifferTest, moreBytesNeverTakeAVerdictBack)

@@ -139,11 +139,14 @@ TEST_F(LiveAnswerTest, aPlaylistWithoutAnAddressHoldsNoAudio)
     EXPECT_THAT(takeEvents(), ElementsAre(noAudio));
 }
 
-TEST_F(LiveAnswerTest, aListOfSegmentsCannotBePlayedYet)
+TEST_F(LiveAnswerTest, aListOfSegmentsIsAskedForOnItsOwnTerms)
 {
     answerPlaylist("application/vnd.apple.mpegurl",
         "#EXTM3U\n#EXT-X-TARGETDURATION:4\n#EXT-X-MEDIA-SEQUENCE:1\n#EXTINF:4,\nsegment1.ts\n");
-    EXPECT_THAT(takeEvents(), ElementsAre(QStringLiteral("failed: gst-stream 6")));
+    advance(1ms);
+    EXPECT_THAT(takeEvents(), testing::IsEmpty());
+    EXPECT_EQ(asked(), 2U);
+    EXPECT_EQ(server().request.url, QUrl(QStringLiteral("http://radio.test/live")));
 }
 
 TEST_F(LiveAnswerTest, anAddressThatSoundedOfLateAndNowAnswers404IsClosed)
@@ -168,6 +171,21 @@ TEST_F(LiveAnswerTest, anAddressThatSoundedLongAgoAndNowAnswers404IsNotFound)
     server().answer(404);
     settle();
     EXPECT_THAT(takeEvents(), ElementsAre(QStringLiteral("http 404"), QStringLiteral("failed: http 404")));
+}
+
+TEST_F(LiveAnswerTest, aPauseRemembersThatTheAddressSoundedUntilThen)
+{
+    for (int second = 0; second < 700; ++second) {
+        send(0, framesIn(1.0));
+        advance(1s);
+    }
+    player->pause();
+    advance(30s);
+    start();
+    events.clear();
+    server().answer(404);
+    settle();
+    EXPECT_THAT(takeEvents(), ElementsAre(QStringLiteral("failed: closed 0")));
 }
 
 TEST_F(LiveAnswerTest, noDeviceAtStartFailsTheItem)
