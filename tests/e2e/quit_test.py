@@ -43,6 +43,7 @@ class QuitTest(ProgramCase):
 
     def test_shut_down_of_the_machine(self):
         logind = Logind(self.desktop)
+        self.addCleanup(logind.end)
         self.assert_ends_in_order(logind.prepare_for_shutdown)
 
 

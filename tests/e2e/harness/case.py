@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The frame of a test: a fresh desktop with a program on it."""
+"""The frame of a test: a desktop for the class, and a new user with a program for each test."""
 
 import unittest
 
@@ -10,23 +10,30 @@ from harness.station import RadioStation
 
 
 class ProgramCase(unittest.TestCase):
-    """Each test gets a user and a desktop of its own. What it does not need is not started."""
+    """What a class does not need is not started."""
 
     longMessage = True
     with_sound = True
     with_station = True
 
+    @classmethod
+    def make_desktop(cls):
+        return Desktop()
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = cls.make_desktop()
+        cls.addClassCleanup(cls.desktop.end)
+        cls.sound = SoundServer(cls.desktop) if cls.with_sound else None
+        cls.station = RadioStation(cls.desktop) if cls.with_station else None
+        if cls.station:
+            cls.addClassCleanup(lambda: cls.station.kill())
+
     def setUp(self):
-        self.desktop = self.make_desktop()
-        self.addCleanup(self.desktop.end)
-        self.sound = SoundServer(self.desktop) if self.with_sound else None
-        self.station = RadioStation(self.desktop) if self.with_station else None
+        self.desktop.welcome_new_user()
         self.program = Program(self.desktop)
         self.addCleanup(self.tell_log_of_failure)
         self.addCleanup(self.program.end)
-
-    def make_desktop(self):
-        return Desktop()
 
     def run(self, result=None):
         self._result = result if result is not None else self.defaultTestResult()

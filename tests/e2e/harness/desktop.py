@@ -26,7 +26,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 """
 ACCESSIBILITY_SERVICE = "/usr/share/dbus-1/services/org.a11y.Bus.service"
 # Nobody listens there. Tests reach the local station and nothing of the world, with or without a network.
-NO_PROXY_ANSWERS = "http://127.0.0.1:1"
+NO_WORLD = {"http_proxy": "http://127.0.0.1:1", "https_proxy": "http://127.0.0.1:1", "no_proxy": "127.0.0.1"}
 
 
 class Desktop:
@@ -50,16 +50,23 @@ class Desktop:
 
     def _make_environment(self):
         kept = {name: os.environ[name] for name in ("PATH", "GST_REGISTRY") if name in os.environ}
-        folders = {"HOME": "home", "XDG_CONFIG_HOME": "config", "XDG_DATA_HOME": "data", "XDG_CACHE_HOME": "cache",
-                   "XDG_STATE_HOME": "state", "XDG_RUNTIME_DIR": "run", "TMPDIR": "tmp"}
-        for name, folder in folders.items():
-            kept[name] = os.path.join(self.folder, folder)
-            os.mkdir(kept[name], 0o700)
         kept.setdefault("GST_REGISTRY", os.path.join(tempfile.gettempdir(), "velarin-e2e-gst-registry.bin"))
         return kept | {
             "LANG": "C.UTF-8", "QT_QUICK_BACKEND": "software", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            "http_proxy": NO_PROXY_ANSWERS, "https_proxy": NO_PROXY_ANSWERS, "no_proxy": "127.0.0.1",
-            "PULSE_SERVER": f"unix:{self.path('pulse')}"}
+            "PULSE_SERVER": f"unix:{self.path('pulse')}"} | NO_WORLD | self._make_user()
+
+    def _make_user(self):
+        """The folders of somebody who has never started the program, as the variables that name them."""
+        user = tempfile.mkdtemp(dir=self.folder, prefix="user-")
+        folders = {"HOME": "home", "XDG_CONFIG_HOME": "config", "XDG_DATA_HOME": "data", "XDG_CACHE_HOME": "cache",
+                   "XDG_STATE_HOME": "state", "XDG_RUNTIME_DIR": "run", "TMPDIR": "tmp"}
+        for folder in folders.values():
+            os.mkdir(os.path.join(user, folder), 0o700)
+        return {name: os.path.join(user, folder) for name, folder in folders.items()}
+
+    def welcome_new_user(self):
+        """What was set for the former one is gone."""
+        self.environment.update(NO_WORLD | self._make_user())
 
     def path(self, *parts):
         return os.path.join(self.folder, *parts)

@@ -25,8 +25,13 @@ class Service:
         self._bus = desktop.bus("system")
         self._name = name
         self._path = path
-        desktop.start(template, [sys.executable, "-m", "dbusmock", "--system", "--template", template])
+        self._process = desktop.start(
+            template, [sys.executable, "-m", "dbusmock", "--system", "--template", template])
         wait_for(f"the stand-in of {name}", lambda: self._bus.name_has_owner(name))
+
+    def end(self):
+        self._process.end()
+        wait_for(f"the end of {self._name}", lambda: not self._bus.name_has_owner(self._name))
 
     def _call(self, method, *arguments, interface=MOCK_INTERFACE):
         service = self._bus.get_object(self._name, self._path, introspect=False)
