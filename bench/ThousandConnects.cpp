@@ -24,7 +24,7 @@ using namespace velarin;
 
 constexpr int warmUp = 50;
 // What is neither heard nor refused by then is given up, as a listener does who goes on to the next station.
-constexpr qint64 patience = 300;
+constexpr qint64 patience = 500;
 // For threads that are about to end.
 constexpr int settling = 1500;
 

@@ -51,11 +51,14 @@ def absences(world, figures):
     return _table(["silence (above the least possible)", "least", *names, "ratio to mpv"], rows)
 
 
-def usage(title, figures):
-    cpu, switches, memory = figures["mpv"]
-    rows = [[name, f"{values[0]:.2f} s", _ratio(values[0], cpu), f"{values[1]:.0f}", _ratio(values[1], switches),
-             f"{values[2]:.1f} MiB", _ratio(values[2], memory)] for name, values in figures.items()]
-    return _table([title, "CPU a minute", "to mpv", "wake-ups a minute", "to mpv", "memory (PSS)", "to mpv"], rows)
+def usage(title, costs, memories):
+    cpu, switches = costs["mpv"]
+    proportional, private = memories["mpv"]
+    rows = [[name, f"{costs[name][0]:.3f} s", _ratio(costs[name][0], cpu), f"{costs[name][1]:.0f}",
+             _ratio(costs[name][1], switches), f"{memories[name][0]:.1f} MiB", _ratio(memories[name][0], proportional),
+             f"{memories[name][1]:.1f} MiB", _ratio(memories[name][1], private)] for name in costs]
+    return _table([title, "CPU a minute", "to mpv", "wake-ups a minute", "to mpv", "memory (PSS)", "to mpv",
+                   "private memory", "to mpv"], rows)
 
 
 def connects(figures):

@@ -50,14 +50,15 @@ void countBytes(benchmark::State& state, qsizetype perRound)
 
 void copyBytes(benchmark::State& state)
 {
+    const QByteArray& bytes = sound();
     std::vector<char> target(pieceSize);
     for ([[maybe_unused]] auto round : state)
-        inPieces(sound(), [&](QByteArrayView piece) {
+        inPieces(bytes, [&](QByteArrayView piece) {
             std::memcpy(target.data(), piece.data(), static_cast<size_t>(piece.size()));
             benchmark::DoNotOptimize(target.data());
             benchmark::ClobberMemory();
         });
-    countBytes(state, sound().size());
+    countBytes(state, bytes.size());
 }
 BENCHMARK(copyBytes);
 
@@ -74,22 +75,24 @@ BENCHMARK(takeMetadataOut);
 
 void countFrames(benchmark::State& state)
 {
+    const QByteArray& bytes = sound();
     for ([[maybe_unused]] auto round : state) {
         FrameMeter meter(SoundFormat::Mpeg);
-        inPieces(sound(), [&](QByteArrayView piece) { benchmark::DoNotOptimize(meter.feed(piece)); });
+        inPieces(bytes, [&](QByteArrayView piece) { benchmark::DoNotOptimize(meter.feed(piece)); });
     }
-    countBytes(state, sound().size());
+    countBytes(state, bytes.size());
 }
 BENCHMARK(countFrames);
 
 void rememberTail(benchmark::State& state)
 {
+    const QByteArray& bytes = sound();
     for ([[maybe_unused]] auto round : state) {
         SpliceTail tail;
-        inPieces(sound(), [&](QByteArrayView piece) { tail.append(piece); });
+        inPieces(bytes, [&](QByteArrayView piece) { tail.append(piece); });
         benchmark::DoNotOptimize(tail.bytes().data());
     }
-    countBytes(state, sound().size());
+    countBytes(state, bytes.size());
 }
 BENCHMARK(rememberTail);
 
