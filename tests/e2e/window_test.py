@@ -116,6 +116,15 @@ class WindowTest(ProgramCase):
         self.window.press("ctrl+d")
         self.program.wait_for_setting("favorites", [world.IDENTIFIER])
 
+    def test_the_menu_ends_the_program_by_its_accessible_action(self):
+        self.open_window()
+        self.accessibility.find(BUTTON, "Menu").press()
+        leave = self.accessibility.find("menu item", "Esci")
+        items = self.accessibility.elements("menu item")
+        self.assertTrue(all(item.name and "Press" in item.actions() for item in items), items)
+        leave.press()
+        self.assertEqual(self.program.process.exit_code(), 0)
+
     def test_the_window_remembers_its_size(self):
         self.open_window()
         self.window.resize(1010, 707)

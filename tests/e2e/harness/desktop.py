@@ -74,9 +74,9 @@ class Desktop:
     def log(self, name):
         return self.path(name + ".log")
 
-    def start(self, name, command, **options):
+    def start(self, name, command, unprivileged=False):
         """A process of this desktop, which ends with it."""
-        child = Child(command, self.environment, self.log(name), **options)
+        child = Child(command, self.environment, self.log(name), unprivileged)
         self._children.append(child)
         return child
 

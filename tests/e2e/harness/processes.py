@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Child processes that never outlive the test, and waiting that is bounded."""
 
-import ctypes
 import os
 import signal
 import subprocess
@@ -10,12 +9,9 @@ import time
 # Generous: a condition that is met ends the waiting, so only a failure takes this long.
 PATIENCE = 20.0
 
-PR_SET_PDEATHSIG = 1
-_libc = ctypes.CDLL(None)
-
-
-def _end_with_the_test():
-    _libc.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+# Before the command, setpriv(1): the process ends with the one that started it, whatever ends that.
+END_WITH_THE_TEST = ["setpriv", "--pdeathsig", "KILL"]
+AS_NOBODY = ["--reuid", "nobody", "--regid", "nogroup", "--clear-groups"] if os.geteuid() == 0 else []
 
 
 class Expired(AssertionError):
@@ -47,16 +43,14 @@ def stays(condition, seconds):
 class Child:
     """A running program; its output goes to a file, so that it never blocks on a full pipe."""
 
-    def __init__(self, command, environment, log, **options):
+    def __init__(self, command, environment, log, unprivileged=False, pass_fds=()):
+        self.name = command[0]
         self.log = log
+        rights = AS_NOBODY if unprivileged else []
         with open(log, "ab") as output:
             self.process = subprocess.Popen(
-                command, env=environment, stdin=subprocess.DEVNULL, stdout=output, stderr=output,
-                preexec_fn=_end_with_the_test, **options)
-
-    @property
-    def pid(self):
-        return self.process.pid
+                END_WITH_THE_TEST + rights + ["--"] + command, env=environment, stdin=subprocess.DEVNULL,
+                stdout=output, stderr=output, pass_fds=pass_fds)
 
     @property
     def runs(self):
@@ -70,7 +64,7 @@ class Child:
         try:
             return self.process.wait(patience)
         except subprocess.TimeoutExpired:
-            raise Expired(f"{self.process.args[0]} did not end in {patience:.0f} s") from None
+            raise Expired(f"{self.name} did not end in {patience:.0f} s") from None
 
     def end(self, number=signal.SIGTERM):
         """Ends it, by force where the signal is not heeded."""
