@@ -61,6 +61,7 @@ public:
 private:
     static void soundFound(GstElement* search, GstPad* pad, gpointer self);
     static void songBegan(GstElement* demultiplexer, GstPad* pad, gpointer self);
+    static void trackBegan(GstElement* demultiplexer, GstPad* pad, gpointer self);
     static void songEnded(GstElement* demultiplexer, GstPad* pad, gpointer self);
     static GstPadProbeReturn searchEnds(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn searchEnded(GstPad* pad, GstPadProbeInfo* info, gpointer self);
@@ -71,6 +72,7 @@ private:
     void buildTail();
     void buildChain(const char* parserName, std::initializer_list<const char*> decoders);
     void buildOgg();
+    void buildContainer(const char* demultiplexerName);
     void buildSearch();
     void addSong(GstPad* pad, const char* parserName, const char* decoderName);
     GstElement* add(const char* factory);
@@ -89,7 +91,7 @@ private:
     // The head of the conversion, to which decoded sound is linked.
     GstElement* m_convert{ nullptr };
     GstElement* m_shape{ nullptr };
-    // Of Ogg alone: joins its songs.
+    // Of containers alone: joins their songs.
     GstElement* m_funnel{ nullptr };
     GstPad* m_sourcePad{ nullptr };
     qint64 m_searchLimit{ 0 };

@@ -2,6 +2,7 @@
 // Which parsers and decoders stand in a branch.
 #include "live/DecodeBranch.h"
 
+#include <algorithm>
 #include <array>
 
 namespace velarin::live {
@@ -15,6 +16,7 @@ constexpr auto songKey = "velarin-song";
 
 struct CodecChain
 {
+    // A structure of caps that the stream's own must fit.
     const char* mediaType;
     const char* parser;
     const char* decoder;
@@ -27,6 +29,26 @@ constexpr std::array<CodecChain, 4> oggCodecs{ {
     { "audio/x-flac", "flacparse", "flacdec" },
     { "audio/x-speex", nullptr, "speexdec" },
 } };
+
+// What a transport stream or an MP4 carries.
+constexpr std::array<CodecChain, 8> containerCodecs{ {
+    { "audio/mpeg, mpegversion=(int)1", "mpegaudioparse", "mpg123audiodec" },
+    { "audio/mpeg, mpegversion=(int){2,4}, stream-format=(string)loas", "aacparse", "avdec_aac_latm" },
+    { "audio/mpeg, mpegversion=(int){2,4}", "aacparse", "faad" },
+    { "audio/x-opus", nullptr, "opusdec" },
+    { "audio/x-flac", "flacparse", "flacdec" },
+    { "audio/x-ac3", "ac3parse", "a52dec" },
+    { "audio/x-eac3", "ac3parse", "avdec_eac3" },
+    { "audio/x-alac", nullptr, "avdec_alac" },
+} };
+
+bool fits(const GstCaps* caps, const char* description)
+{
+    GstCaps* wanted = gst_caps_from_string(description);
+    const bool fit = gst_caps_is_subset(caps, wanted) != FALSE;
+    gst_caps_unref(wanted);
+    return fit;
+}
 
 void addGhost(GstElement* bin, GstElement* element, const char* name)
 {
@@ -80,7 +102,11 @@ void DecodeBranch::build(SoundFormat format)
     case SoundFormat::Ogg:
         return buildOgg();
     case SoundFormat::MpegTs:
+        m_searchLimit = unknownLimit;
+        return buildContainer("tsdemux");
     case SoundFormat::Mp4:
+        m_searchLimit = unknownLimit;
+        return buildContainer("qtdemux");
     case SoundFormat::Other:
         m_searchLimit = unknownLimit;
         return buildSearch();
@@ -108,6 +134,33 @@ void DecodeBranch::buildOgg()
     g_signal_connect(demultiplexer, "pad-removed", G_CALLBACK(&songEnded), this);
     gst_element_link(m_source, demultiplexer);
     gst_element_link(m_funnel, m_convert);
+}
+
+// One stream of sound after the other comes where a container is put together anew.
+void DecodeBranch::buildContainer(const char* demultiplexerName)
+{
+    GstElement* demultiplexer = addFirstPresent({ demultiplexerName });
+    m_funnel = addFirstPresent({ "funnel" });
+    if (!demultiplexer || !m_funnel)
+        return;
+    g_signal_connect(demultiplexer, "pad-added", G_CALLBACK(&trackBegan), this);
+    g_signal_connect(demultiplexer, "pad-removed", G_CALLBACK(&songEnded), this);
+    gst_element_link(m_source, demultiplexer);
+    gst_element_link(m_funnel, m_convert);
+}
+
+void DecodeBranch::trackBegan(GstElement* /*demultiplexer*/, GstPad* pad, gpointer self)
+{
+    auto& branch = *static_cast<DecodeBranch*>(self);
+    GstCaps* caps = gst_pad_get_current_caps(pad);
+    // A second language: the first sound is the one.
+    const bool isSecond = branch.m_funnel->numsinkpads > 0;
+    const auto codec = std::find_if(containerCodecs.begin(), containerCodecs.end(),
+        [caps](const CodecChain& known) { return caps && fits(caps, known.mediaType); });
+    if (codec != containerCodecs.end() && !isSecond)
+        branch.addSong(pad, codec->parser, codec->decoder);
+    if (caps)
+        gst_caps_unref(caps);
 }
 
 void DecodeBranch::buildSearch()
