@@ -50,7 +50,8 @@ Velarin::Velarin(Surroundings surroundings)
           [this](ThemeMode) { m_screens.show(); }, [this] { raise({}); } })
 {
     m_coordinator.attach(PlaybackCoordinator::Source::radio, m_radio);
-    m_coordinator.setResumeLast([this] { m_radio.resumeLast(); });
+    // A key may come before the stations are there.
+    m_coordinator.setResumeLast([this] { m_stations.ensureLoaded([this] { m_radio.resumeLast(); }); });
     m_controls.setApplicationHandlers(applicationHandlers());
     m_sleep.setShutDownHandler([this] { quit(); });
     connect(&m_screens, &Screens::quitRequested, this, &Velarin::quit);
@@ -98,6 +99,7 @@ void Velarin::terminate()
 {
     m_screens.storeState();
     m_delegate.applicationWillTerminate();
+    m_diagnostics.saveNow();
     m_files.flush();
 }
 

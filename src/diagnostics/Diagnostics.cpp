@@ -58,10 +58,14 @@ void Diagnostics::clear()
 
 void Diagnostics::scheduleSave()
 {
-    m_saveTask = m_clock.after(saveDelay, [this] {
-        // The writer gets a list of its own and encodes it off this thread.
-        m_files.write(m_filePath, [events = this->events()] { return encodeDiagnostics(events); });
-    });
+    m_saveTask = m_clock.after(saveDelay, [this] { saveNow(); });
+}
+
+void Diagnostics::saveNow()
+{
+    m_saveTask.cancel();
+    // The writer gets a list of its own and encodes it off this thread.
+    m_files.write(m_filePath, [events = this->events()] { return encodeDiagnostics(events); });
 }
 
 void Diagnostics::noteLaunch()

@@ -46,6 +46,8 @@ public:
     // Oldest first.
     [[nodiscard]] QList<DiagnosticEvent> events() const { return m_events; }
     [[nodiscard]] QBindable<QList<DiagnosticEvent>> bindableEvents() { return &m_events; }
+    // Does not wait for the end of a burst: at an orderly end nothing of the log is lost.
+    void saveNow();
     // Empties the list, and the file a second later.
     void clear();
 

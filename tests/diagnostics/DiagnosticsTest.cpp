@@ -152,6 +152,17 @@ TEST_F(DiagnosticsTest, eventsLessThanASecondApartKeepPostponingTheWrite)
     EXPECT_TRUE(files.written.isEmpty());
 }
 
+TEST_F(DiagnosticsTest, anOrderlyEndDoesNotWaitForTheEndOfABurst)
+{
+    const auto diagnostics = start();
+    append(*diagnostics, numbered(1));
+    diagnostics->saveNow();
+    ASSERT_EQ(files.written.size(), 1);
+    EXPECT_EQ(stored(), diagnostics->events());
+    clock.advance(2s);
+    EXPECT_EQ(files.written.size(), 1);
+}
+
 TEST_F(DiagnosticsTest, clearingLeavesAnEmptyArrayInTheFileAfterASecond)
 {
     files.contents[path] = encodeDiagnostics(numberedEvents(3));

@@ -89,7 +89,8 @@ void takeScreenshot(OfflineProgram& program, const ScreenshotWish& wish)
         if (startsAStation(wish.state))
             playOne(program);
         QTimer::singleShot(1500ms, &program.screens, [&program, wish] { finish(program, wish.state); });
-        QTimer::singleShot(wish.state == u"failed" ? 14s : 2500ms, &program.screens, [&program, wish] { save(program, wish.file); });
+        QTimer::singleShot(
+            wish.state == u"failed" ? 14s : 2500ms, &program.screens, [&program, wish] { save(program, wish.file); });
     });
 }
 
