@@ -4,12 +4,12 @@
 #include <QSocketNotifier>
 
 #include <sys/timerfd.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <map>
 #include <utility>
 #include <vector>

@@ -56,7 +56,7 @@ std::optional<AudioError> AlsaDevice::open(int framesPerSecond, const QString& /
     gst_object_unref(bus);
     if (gst_element_set_state(m_pipeline, GST_STATE_PAUSED) == GST_STATE_CHANGE_FAILURE)
         return noDevice(QStringLiteral("ALSA: no device"));
-    m_watcher = std::jthread([this](std::stop_token stop) { watch(std::move(stop)); });
+    m_watcher = std::jthread([this](const std::stop_token& stop) { watch(stop); });
     return std::nullopt;
 }
 
@@ -124,7 +124,7 @@ GstBusSyncReply AlsaDevice::heardOfTrouble(GstBus* /*bus*/, GstMessage* message,
     return GST_BUS_DROP;
 }
 
-void AlsaDevice::watch(std::stop_token stop)
+void AlsaDevice::watch(const std::stop_token& stop)
 {
     std::unique_lock lock(m_mutex);
     while (m_changed.wait(lock, stop, [this] { return m_lost || (!m_paused && !m_dry); })) {

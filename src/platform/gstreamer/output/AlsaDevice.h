@@ -35,7 +35,7 @@ public:
 
 private:
     static GstBusSyncReply heardOfTrouble(GstBus* bus, GstMessage* message, void* self);
-    void watch(std::stop_token stop);
+    void watch(const std::stop_token& stop);
     // With the lock held.
     void look();
 

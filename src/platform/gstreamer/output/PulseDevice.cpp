@@ -18,7 +18,7 @@ constexpr auto requestLength = 40ms;
 constexpr auto startLength = 40ms;
 constexpr auto openPatience = 1s;
 
-constexpr auto frameBytes = static_cast<qint64>(soundChannels * sizeof(float));
+constexpr auto frameBytes = qint64{ soundChannels } * qint64{ sizeof(float) };
 
 class LoopLock
 {
