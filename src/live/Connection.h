@@ -14,8 +14,7 @@
 
 namespace velarin::live {
 
-// What the requests of one visitor share: cookies, kept until the last of them is gone, and connections that stay open
-// for the next request.
+// What the requests for one item share: their cookies, kept until the last of them is gone.
 class HttpVisit
 {
 public:
@@ -26,8 +25,10 @@ struct StreamRequest
 {
     QUrl url;
     QList<QPair<QByteArray, QByteArray>> headers;
-    // Absent: a connection of its own, and no cookies.
+    // Absent: no cookies.
     std::shared_ptr<HttpVisit> visit{};
+    // Where more requests follow: the connection may be one that is open already, and stays open for the next.
+    bool sharesConnection{ false };
 };
 
 // The head of the answer that gives the body: the last one of a chain of redirects.
@@ -82,7 +83,7 @@ public:
 
     [[nodiscard]] virtual std::unique_ptr<Connection> open(
         const StreamRequest& request, ConnectionListener& listener) = 0;
-    // Absent where nothing can be shared.
+    // Absent where cookies are not kept.
     [[nodiscard]] virtual std::shared_ptr<HttpVisit> beginVisit() { return nullptr; }
 };
 

@@ -65,7 +65,7 @@ void CurlConnection::setUp(const TransportSettings& settings, const StreamReques
     setUpCallbacks();
     setUpProtocol();
     setUpHeaders(request);
-    setUpVisit();
+    setUpSharing(request);
 }
 
 void CurlConnection::setUpCallbacks()
@@ -109,15 +109,16 @@ void CurlConnection::setUpHeaders(const StreamRequest& request)
     curl_easy_setopt(m_handle.get(), CURLOPT_HTTPHEADER, m_headers.get());
 }
 
-void CurlConnection::setUpVisit()
+void CurlConnection::setUpSharing(const StreamRequest& request)
 {
     CURL* const curl = m_handle.get();
     if (const auto* visit = static_cast<const CurlVisit*>(m_visit.get())) {
         curl_easy_setopt(curl, CURLOPT_SHARE, visit->handle());
         // Reads none, and so keeps them in memory alone.
         curl_easy_setopt(curl, CURLOPT_COOKIEFILE, "");
-        return;
     }
+    if (request.sharesConnection)
+        return;
     curl_easy_setopt(curl, CURLOPT_FRESH_CONNECT, 1L);
     curl_easy_setopt(curl, CURLOPT_FORBID_REUSE, 1L);
 }

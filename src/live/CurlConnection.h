@@ -11,7 +11,7 @@
 
 namespace velarin::live {
 
-// Holds the cookies that libcurl keeps. Its connections stay with the loop.
+// Holds the cookies that libcurl keeps.
 class CurlVisit final : public HttpVisit
 {
 public:
@@ -50,7 +50,7 @@ private:
     void setUpCallbacks();
     void setUpProtocol();
     void setUpHeaders(const StreamRequest& request);
-    void setUpVisit();
+    void setUpSharing(const StreamRequest& request);
 
     static size_t headerCallback(char* data, size_t size, size_t count, void* self);
     static size_t bodyCallback(char* data, size_t size, size_t count, void* self);

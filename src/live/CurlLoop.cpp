@@ -17,7 +17,7 @@ void CurlLoop::Cleanup::operator()(CURLM* handle) const
 CurlLoop::CurlLoop()
     : m_handle((curl_global_init(CURL_GLOBAL_DEFAULT), curl_multi_init()))
 {
-    // Kept open for the next request of a visit.
+    // Kept open for the next request that shares them.
     constexpr long mostIdleConnections = 4;
     curl_multi_setopt(m_handle.get(), CURLMOPT_MAXCONNECTS, mostIdleConnections);
 }

@@ -17,14 +17,14 @@ LiveSession::LiveSession(const AudioItem& item, float volume, Parts parts)
     : m_item(item)
     , m_parts(std::move(parts))
     , m_loop(m_parts.engine.loop())
+    , m_request{ item.url, item.headers, m_parts.engine.connections().beginVisit() }
     , m_forwardBuffer(item.forwardBufferDuration)
     , m_pipeline(m_parts.engine.pipelines().make(*this))
     , m_feeder(*m_pipeline)
 {
     m_pipeline->setVolume(volume);
     LiveSourceListener& listener = *this;
-    m_source = std::make_unique<StreamSource>(
-        m_loop, m_parts.engine.connections(), StreamRequest{ item.url, item.headers }, listener);
+    m_source = std::make_unique<StreamSource>(m_loop, m_parts.engine.connections(), m_request, listener);
 }
 
 LiveSession::~LiveSession()
@@ -119,8 +119,8 @@ void LiveSession::segmentListFound(const QUrl& url)
     // The present source is what is calling.
     m_change = m_loop.after(std::chrono::nanoseconds(0), [this, url] {
         LiveSourceListener& listener = *this;
-        m_source = std::make_unique<HlsSource>(m_loop, m_parts.engine.connections(),
-            StreamRequest{ m_item.url, m_item.headers }, url, m_item.peakBitRate, listener);
+        m_source = std::make_unique<HlsSource>(
+            m_loop, m_parts.engine.connections(), m_request, url, m_item.peakBitRate, listener);
         m_source->setReading(m_isReading);
     });
 }

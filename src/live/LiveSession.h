@@ -2,6 +2,7 @@
 #pragma once
 
 #include "live/BranchFeeder.h"
+#include "live/Connection.h"
 #include "live/EngineLoop.h"
 #include "live/LiveEvent.h"
 #include "live/LiveSource.h"
@@ -98,6 +99,7 @@ private:
     const AudioItem m_item;
     const Parts m_parts;
     EngineLoop& m_loop;
+    const StreamRequest m_request;
     const Seconds m_forwardBuffer;
 
     std::unique_ptr<SoundPipeline> m_pipeline;

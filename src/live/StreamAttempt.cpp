@@ -45,7 +45,7 @@ void StreamAttempt::askNext()
     m_icy.emplace(std::nullopt);
     m_first = {};
     m_position = 0;
-    m_connection = m_connections.open(StreamRequest{ m_hop.url, m_request.headers }, *this);
+    m_connection = m_connections.open(StreamRequest{ m_hop.url, m_request.headers, m_request.visit }, *this);
     if (!m_isReading)
         m_connection->setReading(false);
 }

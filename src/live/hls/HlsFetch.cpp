@@ -6,17 +6,20 @@
 
 namespace velarin::live {
 
-HlsRequests::HlsRequests(ConnectionFactory& connections, QList<QPair<QByteArray, QByteArray>> headers)
+HlsRequests::HlsRequests(ConnectionFactory& connections, StreamRequest item)
     : m_connections(connections)
-    , m_headers(std::move(headers))
-    , m_visit(connections.beginVisit())
+    , m_item(std::move(item))
 {
+    if (!m_item.visit)
+        m_item.visit = m_connections.beginVisit();
+    m_item.sharesConnection = true;
 }
 
 std::unique_ptr<Connection> HlsRequests::open(
     const QUrl& url, const std::optional<HlsByteRange>& range, ConnectionListener& listener) const
 {
-    StreamRequest request{ url, m_headers, m_visit };
+    StreamRequest request = m_item;
+    request.url = url;
     if (range) {
         const QByteArray from = QByteArray::number(range->offset);
         const QByteArray to = QByteArray::number(range->offset + range->length - 1);

@@ -12,15 +12,15 @@ namespace velarin::live {
 class HlsRequests
 {
 public:
-    HlsRequests(ConnectionFactory& connections, QList<QPair<QByteArray, QByteArray>> headers);
+    // Of `item`, whose address is left aside.
+    HlsRequests(ConnectionFactory& connections, StreamRequest item);
 
     [[nodiscard]] std::unique_ptr<Connection> open(
         const QUrl& url, const std::optional<HlsByteRange>& range, ConnectionListener& listener) const;
 
 private:
     ConnectionFactory& m_connections;
-    const QList<QPair<QByteArray, QByteArray>> m_headers;
-    const std::shared_ptr<HttpVisit> m_visit;
+    StreamRequest m_item;
 };
 
 // On the engine's thread. The fetch may be destroyed from inside any of the calls; nothing comes after fetchEnded().

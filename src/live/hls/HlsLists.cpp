@@ -179,7 +179,7 @@ void HlsLists::take(const HlsMediaPlaylist& list)
     m_failures = 0;
     const HlsListOrigin origin = std::exchange(m_origin, HlsListOrigin::Same);
     if (!list.ended)
-        askLater(m_listUrl, hlsReloadDelay(list.targetDuration, m_standstills));
+        askLater(m_listUrl, hlsReloadDelay(list.targetDuration, m_standstills, m_listener.reserve().count()));
     m_listener.listReceived(list, origin, m_standstills);
 }
 

@@ -119,12 +119,14 @@ std::optional<HlsNext> nextHlsSegment(const HlsMediaPlaylist& list, const HlsPos
     return HlsNext{ *firstHlsSegment(list), HlsJoint::Broken };
 }
 
-std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills)
+std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills, double reserve)
 {
     constexpr double shortest = 0.5;
+    constexpr int mostUrgent = 12;
     if (standstills == 0)
         return milliseconds(std::max(shortest, targetDuration));
-    const double share = std::min(1.0, 0.5 + 0.25 * std::min(standstills - 1, 2));
+    const bool isUrgent = reserve < targetDuration && standstills <= mostUrgent;
+    const double share = isUrgent ? 0.5 : std::min(1.0, 0.5 + 0.25 * std::min(standstills - 1, 2));
     return milliseconds(std::max(shortest, targetDuration * share));
 }
 

@@ -64,8 +64,9 @@ struct HlsNext
 
 // How long after the last answer the list is asked again (section 6.3.4): a target duration after it brought something
 // new; half of one after it did not, growing by a quarter each time up to a whole one, and never under half a second.
-// `standstills`: how many times in a row it brought nothing new, failed answers among them.
-[[nodiscard]] std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills);
+// With less than a target duration of sound in `reserve` (seconds) it stays at the half, which is all that the standard
+// allows, for some time. `standstills`: how many times in a row it brought nothing new, failed answers among them.
+[[nodiscard]] std::chrono::milliseconds hlsReloadDelay(double targetDuration, int standstills, double reserve);
 
 // How far the numbers of two variants may lie apart, so that one of them is only late.
 constexpr qint64 hlsVariantLag = 3;

@@ -30,7 +30,7 @@ HlsSource::HlsSource(EngineLoop& loop, ConnectionFactory& connections, const Str
     qint64 peakBitRate, LiveSourceListener& listener)
     : m_loop(loop)
     , m_listener(listener)
-    , m_requests(connections, request.headers)
+    , m_requests(connections, request)
     , m_loader(loop, m_requests, *this)
     , m_lists(loop, m_requests, { request.url, found, peakBitRate }, *this)
 {

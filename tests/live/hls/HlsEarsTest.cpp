@@ -3,6 +3,7 @@
 #include "live/ears/SideBySide.h"
 #include "live/hls/SegmentStation.h"
 #include "support/server/Answers.h"
+#include "support/server/TestAuthority.h"
 
 #include <gtest/gtest.h>
 
@@ -124,6 +125,59 @@ TEST(HlsEarsTest, faultsOfListsAndSegmentsCostWhatTheyMustAndNoMore)
             EXPECT_GE(heard.report.heard, 42.5);
         }
     }
+}
+
+TEST(HlsEarsTest, aVariantThatIsGoneIsLeftForTheNextLowerUnheard)
+{
+    auto gone = stationOf();
+    // The other variant is the same programme with other sounds: what was heard of it is told by its seconds.
+    gone.variants = { { "high", { &programme(), 192000 } },
+        { "low", { &programme(SegmentKind::TransportMp3, otherVariant), 64000 } } };
+    const auto isGone = [](const ServerRequest& request) { return request.path.startsWith("/high/"); };
+    auto list = gone;
+    list.fault = [isGone](const ServerRequest& request, double time) -> std::optional<Answer> {
+        return isGone(request) && time > 6.0 ? std::optional(statusAnswer(404)) : std::nullopt;
+    };
+    auto segments = gone;
+    segments.fault = [isGone](const ServerRequest& request, double time) -> std::optional<Answer> {
+        const bool fails = isGone(request) && numberOf(request) >= 0 && time > 6.0;
+        return fails ? std::optional(statusAnswer(404)) : std::nullopt;
+    };
+    const auto results = hear({ { "list", list, "/master.m3u8" }, { "segments", segments, "/master.m3u8" } }, 32.0);
+    for (const auto& [name, heard] : results) {
+        SCOPED_TRACE(name + inFigures(heard));
+        testing::Test::RecordProperty(name, inFigures(heard));
+        ASSERT_TRUE(heard.report.firstSound.has_value());
+        EXPECT_LE(heard.report.longestGap, 0.3);
+        EXPECT_GE(heard.report.heard, 30.5);
+        EXPECT_GE(heard.report.secondsHeard.back(), static_cast<int>(otherVariant));
+    }
+}
+
+TEST(HlsEarsTest, aCarefulServerIsHeardBySecureTransportWithCookiesAndPackedLists)
+{
+    const TestAuthority authority;
+    auto careful = stationOf();
+    careful.certificate = authority.good();
+    // Segments are given to those only who bring what the list gave them, and the list is behind a redirect.
+    careful.fault = [](const ServerRequest& request, double) -> std::optional<Answer> {
+        if (request.path == "/start") {
+            Answer answer = redirectAnswer(302, "/a/list.m3u8?visit=1");
+            answer.headers.append(qMakePair(QByteArray("Set-Cookie"), QByteArray("visit=7; Path=/")));
+            return answer;
+        }
+        const bool isKnown = request.header("cookie").contains("visit=7");
+        return isKnown ? std::nullopt : std::optional(statusAnswer(403));
+    };
+    SegmentStation station(careful);
+    Listening listening(0, live::TransportSettings{ .certificateAuthorities = authority.file() });
+    listening.play(station.url("/start"));
+    listenFor(8.0);
+    const Heard heard{ listening.heard(), listening.events, station.server().requests() };
+    SCOPED_TRACE(inFigures(heard));
+    ASSERT_TRUE(heard.report.firstSound.has_value());
+    EXPECT_LE(heard.report.longestGap, 0.02);
+    EXPECT_GE(heard.report.heard, 6.5);
 }
 
 }

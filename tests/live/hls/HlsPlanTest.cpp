@@ -162,12 +162,20 @@ TEST(HlsPlanTest, rangesOfOneFileAreSegmentsOfTheirOwn)
 
 TEST(HlsPlanTest, aListThatStandsStillIsAskedAtGrowingSteps)
 {
-    EXPECT_EQ(hlsReloadDelay(4.0, 0), 4000ms);
-    EXPECT_EQ(hlsReloadDelay(4.0, 1), 2000ms);
-    EXPECT_EQ(hlsReloadDelay(4.0, 2), 3000ms);
-    EXPECT_EQ(hlsReloadDelay(4.0, 3), 4000ms);
-    EXPECT_EQ(hlsReloadDelay(4.0, 1000), 4000ms);
-    EXPECT_EQ(hlsReloadDelay(0.1, 1), 500ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 0, 16.0), 4000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 1, 16.0), 2000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 2, 16.0), 3000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 3, 16.0), 4000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 1000, 16.0), 4000ms);
+    EXPECT_EQ(hlsReloadDelay(0.1, 1, 16.0), 500ms);
+}
+
+TEST(HlsPlanTest, aListThatStandsStillIsAskedMoreOftenWhereTheSoundRunsOut)
+{
+    EXPECT_EQ(hlsReloadDelay(4.0, 0, 0.0), 4000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 3, 3.9), 2000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 12, 0.0), 2000ms);
+    EXPECT_EQ(hlsReloadDelay(4.0, 13, 0.0), 4000ms);
 }
 
 TEST(HlsPlanTest, aSlowSegmentIsGivenUpWhileThereIsSoundLeft)
@@ -176,4 +184,105 @@ TEST(HlsPlanTest, aSlowSegmentIsGivenUpWhileThereIsSoundLeft)
     EXPECT_EQ(hlsSegmentDeadline(4.0, 1.0), 2000ms);
     EXPECT_EQ(hlsSegmentDeadline(4.0, 100.0), 12000ms);
     EXPECT_EQ(hlsSegmentDeadline(0.1, 100.0), 2000ms);
+}
+
+TEST(HlsPlanTest, inAnotherVariantTheNumberTells)
+{
+    const auto other = list(10, 6, 500);
+    EXPECT_EQ(carriedOver(position(12, 12), other), (HlsPosition{ 12, {}, {} }));
+    EXPECT_EQ(nextHlsSegment(other, { 12, {}, {} }), (HlsNext{ 3, HlsJoint::Broken }));
+    EXPECT_EQ(nextHlsSegment(other, { 4, {}, {} }), (HlsNext{ 0, HlsJoint::Broken }));
+}
+
+TEST(HlsPlanTest, aVariantThatIsALittleBehindIsWaitedFor)
+{
+    const auto other = list(10, 6, 500);
+    EXPECT_EQ(nextHlsSegment(other, { 15, {}, {} }), std::nullopt);
+    EXPECT_EQ(nextHlsSegment(other, { 18, {}, {} }), std::nullopt);
+    // So far behind that it counts in its own way.
+    EXPECT_EQ(nextHlsSegment(other, { 19, {}, {} }), (HlsNext{ 2, HlsJoint::Broken }));
+}
+
+TEST(HlsPlanTest, anAddressThatTheNewListHasTooGoesOnCounting)
+{
+    auto renewed = list(10, 6, 10);
+    for (HlsSegment& segment : renewed.segments)
+        segment.url.setQuery(QStringLiteral("token=new"));
+    EXPECT_EQ(carriedOver(position(12, 12), renewed), position(12, 12));
+}
+
+namespace {
+
+struct ListFailureCase
+{
+    HlsListFailure failure;
+    HlsListPlan plan;
+};
+
+class HlsListFailureTest : public testing::TestWithParam<ListFailureCase>
+{
+};
+
+constexpr auto again = HlsListStep::AskAgain;
+constexpr auto home = HlsListStep::AskHome;
+constexpr auto leave = HlsListStep::LeaveVariant;
+
+}
+
+TEST_P(HlsListFailureTest, hasOneWayOn)
+{
+    EXPECT_EQ(planHlsListFailure(GetParam().failure), GetParam().plan);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, HlsListFailureTest,
+    testing::Values(ListFailureCase{ { .isRefused = true, .failures = 1 }, { home, 0ms } },
+        ListFailureCase{ { .isRefused = true, .hasOtherVariant = true, .failures = 2 }, { leave, 0ms } },
+        ListFailureCase{ { .isRefused = true, .failures = 2 }, { again, 500ms } },
+        ListFailureCase{ { .isRefused = true, .failures = 3 }, { home, 500ms } },
+        ListFailureCase{ { .failures = 1 }, { again, 0ms } }, ListFailureCase{ { .failures = 2 }, { again, 500ms } },
+        ListFailureCase{ { .failures = 3 }, { home, 500ms } },
+        ListFailureCase{ { .hasOtherVariant = true, .failures = 4 }, { leave, 0ms } },
+        ListFailureCase{ { .failures = 5 }, { home, 1000ms } }, ListFailureCase{ { .failures = 6 }, { again, 1000ms } },
+        ListFailureCase{ { .wasHome = true, .failures = 1 }, { home, 500ms } },
+        ListFailureCase{ { .isRefused = true, .wasHome = true, .failures = 2 }, { again, 500ms } },
+        ListFailureCase{ { .wasHome = true, .hasOtherVariant = true, .failures = 9 }, { home, 1000ms } }));
+
+TEST(HlsPlanTest, aRefusedSegmentGetsOneMoreChanceIfTheReserveCanPay)
+{
+    EXPECT_EQ(hlsSegmentRetry(true, 1, 8.0), 500ms);
+    EXPECT_EQ(hlsSegmentRetry(true, 2, 8.0), std::nullopt);
+    EXPECT_EQ(hlsSegmentRetry(true, 1, 1.0), std::nullopt);
+}
+
+TEST(HlsPlanTest, aSegmentThatBreaksOffIsAskedForUntilItsTimeIsOver)
+{
+    EXPECT_EQ(hlsSegmentRetry(false, 1, 0.0), 100ms);
+    EXPECT_EQ(hlsSegmentRetry(false, 3, 0.0), 500ms);
+    EXPECT_EQ(hlsSegmentRetry(false, 30, 0.0), 1000ms);
+}
+
+TEST(HlsPlanTest, aSlowSegmentIsWaitedForWhileItPaysForItself)
+{
+    const HlsSlowness asFastAsHeard{ .elapsed = 2.0,
+        .silentFor = 0.1,
+        .received = 9000,
+        .length = std::nullopt,
+        .reserveBefore = 4.0,
+        .reserveNow = 4.0 };
+    EXPECT_TRUE(isHlsSegmentWorthWaiting(asFastAsHeard));
+    auto nothing = asFastAsHeard;
+    nothing.received = 0;
+    EXPECT_FALSE(isHlsSegmentWorthWaiting(nothing));
+    auto silent = asFastAsHeard;
+    silent.silentFor = 1.6;
+    EXPECT_FALSE(isHlsSegmentWorthWaiting(silent));
+    auto losing = asFastAsHeard;
+    losing.reserveNow = 2.0;
+    EXPECT_FALSE(isHlsSegmentWorthWaiting(losing));
+    auto nearlyThere = losing;
+    nearlyThere.length = 18'000;
+    EXPECT_TRUE(isHlsSegmentWorthWaiting(nearlyThere));
+    auto farAway = losing;
+    farAway.length = 18'001;
+    EXPECT_FALSE(isHlsSegmentWorthWaiting(farAway));
 }
