@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "live/LiveAudioPlayer.h"
 
+#include "base/Overloaded.h"
 #include "live/EngineLoop.h"
 #include "live/LiveEngine.h"
 #include "live/LiveSession.h"
@@ -29,14 +30,6 @@ void onMainThread(std::function<void()> work)
 {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
 }
-
-template<typename... Handlers>
-struct Overloaded : Handlers...
-{
-    using Handlers::operator()...;
-};
-template<typename... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 template<typename Handler, typename... Values>
 void callIfSet(const Handler& handler, const Values&... values)

@@ -1,17 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "radio/PlaybackState.h"
 
+#include "base/Overloaded.h"
+
 namespace velarin {
-
-namespace {
-
-template<typename... Cases>
-struct Overloaded : Cases...
-{
-    using Cases::operator()...;
-};
-
-}
 
 QString toText(PlaybackFailure::Kind kind)
 {

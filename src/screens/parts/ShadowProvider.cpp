@@ -23,12 +23,14 @@ void blurLine(const Alphas& from, Alphas& to, int start, int step, int side, int
 {
     qint32 sum = 0;
     const auto at = [&](int index) {
-        return index < 0 || index >= side ? 0 : from[static_cast<std::size_t>(start + index * step)];
+        const int place = start + index * step;
+        return index < 0 || index >= side ? 0 : from[static_cast<std::size_t>(place)];
     };
     for (int index = -radius; index <= radius; ++index)
         sum += at(index);
     for (int index = 0; index < side; ++index) {
-        to[static_cast<std::size_t>(start + index * step)] = sum / (2 * radius + 1);
+        const int place = start + index * step;
+        to[static_cast<std::size_t>(place)] = sum / (2 * radius + 1);
         sum += at(index + radius + 1) - at(index - radius);
     }
 }
@@ -80,7 +82,8 @@ QImage painted(const Alphas& alphas, int side, const Shadow& shadow)
     picture.fill(Qt::transparent);
     for (int y = shadow.offset; y < side; ++y) {
         for (int x = 0; x < side; ++x) {
-            const qint32 alpha = alphas[static_cast<std::size_t>((y - shadow.offset) * side + x)];
+            const int place = (y - shadow.offset) * side + x;
+            const qint32 alpha = alphas[static_cast<std::size_t>(place)];
             QColor color = shadow.color;
             color.setAlpha(color.alpha() * alpha / opaque);
             picture.setPixelColor(x, y, color);
