@@ -22,6 +22,7 @@ void HlsSegmentReader::begin(Seconds duration, const QByteArray& map)
     m_map = map;
     m_held.clear();
     m_tagLeft = 0;
+    m_worthJudging = 0;
 }
 
 void HlsSegmentReader::breakOff()
@@ -34,7 +35,7 @@ std::vector<HlsItem> HlsSegmentReader::read(QByteArrayView bytes)
 {
     if (m_kind == Kind::Unknown) {
         m_held.append(bytes);
-        if (takeTags())
+        if (takeTags() && m_held.size() >= m_worthJudging)
             judge(BodyEnd::NotYet);
     } else {
         unwrap(bytes);
@@ -87,8 +88,10 @@ void HlsSegmentReader::judge(BodyEnd end)
     const SniffedBody body = sniffBody(m_held, {}, end);
     m_format = body.format;
     const QByteArray held = m_held;
-    if (body.kind == BodyKind::NeedsMore)
+    if (body.kind == BodyKind::NeedsMore) {
+        m_worthJudging = held.size() + held.size() / 4 + 64;
         return;
+    }
     if (body.kind != BodyKind::Sound)
         settle(Kind::Refused, {});
     else if (body.format == SoundFormat::MpegTs)

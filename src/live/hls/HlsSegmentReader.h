@@ -77,6 +77,8 @@ private:
     bool m_mapGiven{ false };
     // What is not judged yet, or not whole.
     QByteArray m_held;
+    // Fewer bytes are not looked at again: what comes byte by byte would cost its square.
+    qsizetype m_worthJudging{ 0 };
     // Of a tag that is larger than what was held of it.
     qsizetype m_tagLeft{ 0 };
     TransportStream m_transport;

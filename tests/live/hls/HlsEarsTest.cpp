@@ -81,7 +81,7 @@ TEST(HlsEarsTest, eachKindOfSegmentIsHeardAtOnceWholeAndOnce)
         SCOPED_TRACE(name + inFigures(heard));
         testing::Test::RecordProperty(name, inFigures(heard));
         ASSERT_TRUE(heard.report.firstSound.has_value());
-        EXPECT_LE(*heard.report.firstSound, 0.8);
+        EXPECT_LE(*heard.report.firstSound, 0.3);
         EXPECT_GE(heard.report.heard, 13.0);
         EXPECT_LE(heard.report.longestGap, 0.02);
         EXPECT_LE(heard.report.lost + heard.report.repeated, 0.05);
