@@ -133,8 +133,9 @@ void CurlConnection::setReading(bool reading)
 
 size_t CurlConnection::headerCallback(char* data, size_t size, size_t count, void* self)
 {
-    const auto length = static_cast<qsizetype>(size * count);
-    return static_cast<CurlConnection*>(self)->takeHeadLine({ data, length }) ? size * count : 0;
+    const std::size_t bytes = size * count;
+    const auto length = static_cast<qsizetype>(bytes);
+    return static_cast<CurlConnection*>(self)->takeHeadLine({ data, length }) ? bytes : 0;
 }
 
 size_t CurlConnection::bodyCallback(char* data, size_t size, size_t count, void* self)
@@ -143,8 +144,9 @@ size_t CurlConnection::bodyCallback(char* data, size_t size, size_t count, void*
     // A pause asked for while the connection was still being made has to be said again.
     if (!connection.m_reading)
         return CURL_WRITEFUNC_PAUSE;
-    connection.m_bytes.append(data, static_cast<qsizetype>(size * count));
-    return size * count;
+    const std::size_t bytes = size * count;
+    connection.m_bytes.append(data, static_cast<qsizetype>(bytes));
+    return bytes;
 }
 
 bool CurlConnection::takeHeadLine(QByteArrayView line)

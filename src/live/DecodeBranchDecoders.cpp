@@ -70,10 +70,9 @@ const char* inputCaps(SoundFormat format)
         return "application/ogg";
     case SoundFormat::Flac:
         return "audio/x-flac";
-    case SoundFormat::MpegTs:
-        return "video/mpegts, systemstream=true";
     case SoundFormat::Mp4:
         return "video/quicktime, variant=iso";
+    case SoundFormat::MpegTs:
     case SoundFormat::Other:
         return nullptr;
     }
@@ -101,12 +100,11 @@ void DecodeBranch::build(SoundFormat format)
         return buildChain("flacparse", { "flacdec" });
     case SoundFormat::Ogg:
         return buildOgg();
-    case SoundFormat::MpegTs:
-        m_searchLimit = unknownLimit;
-        return buildContainer("tsdemux");
     case SoundFormat::Mp4:
         m_searchLimit = unknownLimit;
         return buildContainer("qtdemux");
+    // The demultiplexer for transport streams ends without a word where it finds no sound; the search tells it.
+    case SoundFormat::MpegTs:
     case SoundFormat::Other:
         m_searchLimit = unknownLimit;
         return buildSearch();

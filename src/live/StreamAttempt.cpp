@@ -72,7 +72,7 @@ void StreamAttempt::bytesReceived(QByteArrayView bytes)
 void StreamAttempt::ended(const AudioErrorChain& told)
 {
     // It may belong to the connection.
-    const AudioErrorChain cause = told; // NOLINT(performance-unnecessary-copy-initialization)
+    const AudioErrorChain cause = told;
     m_connection.reset();
     const bool cleanEnd = !cause.empty() && cause.front().domain == AudioErrorDomain::closed;
     const int hopsBefore = m_hopsAsked;

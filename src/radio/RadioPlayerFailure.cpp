@@ -16,7 +16,7 @@ void RadioPlayer::handleFailure(PlaybackFailure::Kind hint, const AudioErrorChai
     if (!m_wantsAudio || !station())
         return;
     // Detaching lets go of the handler that may have brought the error here.
-    const AudioErrorChain cause = error; // NOLINT(performance-unnecessary-copy-initialization)
+    const AudioErrorChain cause = error;
     invalidateTimers();
     detachItemObservers();
     m_services.player.pause();
