@@ -31,7 +31,7 @@ Holdings holdings()
 
 // A sanitizer keeps what was freed, to find out who uses it still.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr qint64 memoryLimit = 200 * 1024; // kilobytes
+constexpr qint64 memoryLimit = 1024 * 1024; // kilobytes
 #else
 constexpr qint64 memoryLimit = 5 * 1024;
 #endif
