@@ -125,7 +125,12 @@ class RadioStation:
 
     def listeners(self):
         with _direct.open(f"http://127.0.0.1:{self._port}/status-json.xsl", timeout=10) as answer:
-            return json.load(answer)["icestats"].get("source", {}).get("listeners", 0)
+            text = answer.read()
+        try:
+            return json.loads(text)["icestats"].get("source", {}).get("listeners", 0)
+        except ValueError:
+            # While a source is just coming, the server's answer has a value missing and is no JSON.
+            return 0
 
     def _is_listening(self):
         try:
